@@ -1,0 +1,9 @@
+# Where things stand in the build tree and in an installed tree: the terminal finds the plugin by these places.
+
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+
+# Plugins of the terminal: <prefix>/lib/selmarrivenhold/plugins, and plugins/ beside bin/ in the build tree.
+set(SELMAR_PLUGIN_OUTPUT_DIR "${PROJECT_BINARY_DIR}/plugins")
+set(SELMAR_PLUGIN_INSTALL_DIR "${CMAKE_INSTALL_LIBDIR}/selmarrivenhold/plugins")

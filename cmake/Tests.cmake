@@ -1,0 +1,29 @@
+# selmar_test(NAME SOURCES ... [LIBRARIES ...] LABELS ... [ENVIRONMENT ...] [ARGUMENTS ...])
+#
+# One QtTest binary per class. It runs without a display, with its own home folder, so that a test never reads what the
+# person at this machine keeps, and fails rather than hangs.
+function(selmar_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 test "" "TIMEOUT" "SOURCES;LIBRARIES;LABELS;ENVIRONMENT;ARGUMENTS")
+    add_executable(${name} ${test_SOURCES})
+    selmar_conventions(${name})
+    target_link_libraries(${name} PRIVATE Qt5::Test ${test_LIBRARIES})
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
+    if(NOT test_TIMEOUT)
+        set(test_TIMEOUT 120)
+    endif()
+    add_test(NAME ${name} COMMAND ${name} ${test_ARGUMENTS})
+    set(home "${PROJECT_BINARY_DIR}/tests/home/${name}")
+    file(MAKE_DIRECTORY "${home}")
+    set_tests_properties(${name} PROPERTIES
+        LABELS "${test_LABELS}"
+        TIMEOUT ${test_TIMEOUT}
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${home};XDG_RUNTIME_DIR=${home};LC_ALL=C.UTF-8;${SELMAR_SANITIZER_ENVIRONMENT};${test_ENVIRONMENT}")
+endfunction()
+
+set(SELMAR_SANITIZER_ENVIRONMENT "")
+if(SELMAR_SANITIZERS)
+    set(SELMAR_SANITIZER_ENVIRONMENT
+        "ASAN_OPTIONS=detect_leaks=1:fast_unwind_on_malloc=0"
+        "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0"
+        "UBSAN_OPTIONS=print_stacktrace=1")
+endif()

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+namespace basix {
+
+/// One step of a schema: its statements run in order in one transaction, which also stores the new
+/// version.
+struct SqliteMigration
+{
+    /// Above the version of the step before it; the first is 1.
+    int version = 0;
+    QStringList statements;
+};
+
+/// What a program expects of its database file.
+struct SqliteSchema
+{
+    /// Marks the file as this program's own (PRAGMA application_id); not 0.
+    qint32 applicationId = 0;
+    /// What the file is to a person, in the nominative case: "База касс". Used in error texts.
+    QString title;
+    /// In ascending order of version.
+    QVector<SqliteMigration> migrations;
+    /// Reads the whole file for damage before it is used. Switch it off for a store whose size
+    /// makes that slow.
+    bool checkWholeFile = true;
+
+    int version() const { return migrations.isEmpty() ? 0 : migrations.last().version; }
+};
+
+} // namespace basix

@@ -1,0 +1,3 @@
+#include <molvacore/fsstatus.h>
+
+FsStatus::FsStatus(bool readyForReceipts) : m_readyForReceipts(readyForReceipts) {}

@@ -1,0 +1,94 @@
+#include "sraccount.h"
+
+#include "srjson.h"
+#include "srvalues.h"
+
+const QString SRAccount::FIELD_SERVICES = QStringLiteral("services");
+const QString SRAccount::FIELD_COUNTERS = QStringLiteral("counters");
+const QString SRAccount::FIELD_FIO = QStringLiteral("fio");
+const QString SRAccount::FIELD_ADDRESS = QStringLiteral("address");
+const QString SRAccount::FIELD_CHARGE = QStringLiteral("charge");
+const QString SRAccount::FIELD_DEBT = QStringLiteral("debt");
+const QString SRAccount::FIELD_REMAINDER = QStringLiteral("remainder");
+const QString SRAccount::FIELD_INN = QStringLiteral("inn");
+const QString SRAccount::FIELD_TAX = QStringLiteral("tax");
+
+QString SRAccount::fio() const
+{
+    return SrValues::text(getValue(FIELD_FIO));
+}
+
+void SRAccount::setFio(const QString &fio)
+{
+    setValue(FIELD_FIO, fio);
+}
+
+QString SRAccount::address() const
+{
+    return SrValues::text(getValue(FIELD_ADDRESS));
+}
+
+void SRAccount::setAddress(const QString &address)
+{
+    setValue(FIELD_ADDRESS, address);
+}
+
+basix::FixNumber SRAccount::charge() const
+{
+    return SrValues::money(getValue(FIELD_CHARGE));
+}
+
+void SRAccount::setCharge(const basix::FixNumber &charge)
+{
+    setValue(FIELD_CHARGE, charge.toString());
+}
+
+basix::FixNumber SRAccount::debt() const
+{
+    return SrValues::money(getValue(FIELD_DEBT));
+}
+
+void SRAccount::setDebt(const basix::FixNumber &debt)
+{
+    setValue(FIELD_DEBT, debt.toString());
+}
+
+basix::FixNumber SRAccount::remainder() const
+{
+    return SrValues::money(getValue(FIELD_REMAINDER));
+}
+
+void SRAccount::setRemainder(const basix::FixNumber &remainder)
+{
+    setValue(FIELD_REMAINDER, remainder.toString());
+}
+
+basix::FixNumber SRAccount::tax() const
+{
+    return SrValues::money(getValue(FIELD_TAX));
+}
+
+void SRAccount::setTax(const basix::FixNumber &tax)
+{
+    setValue(FIELD_TAX, tax.toString());
+}
+
+QString SRAccount::inn() const
+{
+    return SrValues::text(getValue(FIELD_INN));
+}
+
+void SRAccount::setInn(const QString &inn)
+{
+    setValue(FIELD_INN, inn);
+}
+
+QString SRAccount::toJsonParamsList() const
+{
+    return QString::fromUtf8(SrJson::compact(toPayParamsList()));
+}
+
+bool SRAccount::operator==(const SRAccount &other) const
+{
+    return SrObject::operator==(other) && m_accountNumber == other.m_accountNumber;
+}

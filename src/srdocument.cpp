@@ -1,0 +1,232 @@
+#include "srdocument.h"
+
+#include "srhtml.h"
+#include "srjson.h"
+#include "srparamlist.h"
+#include "srpayment.h"
+#include "srvalues.h"
+
+#include <molvacore/logvariant.h>
+
+#include <QDebug>
+
+const QString SrDocument::FIELD_SERVICES = QStringLiteral("services");
+const QString SrDocument::FIELD_ID = QStringLiteral("id");
+const QString SrDocument::FIELD_NUM = QStringLiteral("num");
+const QString SrDocument::FIELD_CHARGE = QStringLiteral("charge");
+const QString SrDocument::FIELD_TOPAY = QStringLiteral("topay");
+const QString SrDocument::FIELD_DISTRIBUTED = QStringLiteral("distributed");
+const QString SrDocument::FIELD_REMAINDER = QStringLiteral("remainder");
+
+namespace {
+
+struct OwnField
+{
+    QString name;
+    QString title;
+    bool isEditable = false;
+    bool isVisible = false;
+    QString mask;
+    QVariant regexp;
+};
+
+QVariantMap descriptor(const OwnField &field)
+{
+    return {{QStringLiteral("name"), field.name},
+            {QStringLiteral("isEditable"), field.isEditable},
+            {QStringLiteral("isVisible"), field.isVisible},
+            {QStringLiteral("selected"), false},
+            {QStringLiteral("mask"), field.mask},
+            {QStringLiteral("regexp"), field.regexp},
+            {QStringLiteral("title"), field.title},
+            {QStringLiteral("type"), QStringLiteral("string")}};
+}
+
+QVariantMap descriptor(const OwnField &field, const QString &value)
+{
+    QVariantMap map = descriptor(field);
+    map.insert(QStringLiteral("value"), value);
+    return map;
+}
+
+} // namespace
+
+QVariantList SrDocument::toPayParamsList() const
+{
+    QVariantList services;
+    services.reserve(m_services.size());
+    for (const SrService &service : m_services)
+        services.append(service.toParamMap());
+    return {SrParamList::wrapped(FIELD_SERVICES, services)};
+}
+
+void SrDocument::parseCheckList(const QVariantList &list)
+{
+    SrObject::parseCheckList(list);
+    qWarning() << logvariant(getParams());
+
+    const QVariantList wrappers = SrParamList::of(takeField(FIELD_SERVICES));
+    qWarning() << logvariant(wrappers);
+
+    for (const QVariant &wrapper : wrappers)
+        qWarning() << logvariant(wrapper);
+    m_services = SrParamList::records<SrService>(wrappers);
+}
+
+void SrDocument::parseSingleDocFormat(const QString &docNumber, const QVariantList &list)
+{
+    static const QString nameKey = QStringLiteral("name");
+    static const QString debtName = QStringLiteral("debt");
+    static const QString taxName = QStringLiteral("tax");
+
+    QVariantList full{
+        descriptor({FIELD_ID, tr("ID документа"), false, false, QLatin1String(""), {}},
+                   QLatin1String("")),
+        descriptor({FIELD_NUM, tr("Номер документа"), false, true, QLatin1String(""), {}},
+                   docNumber),
+        descriptor({FIELD_DISTRIBUTED, tr("К оплате"), true, true,
+                    QStringLiteral("Cccccccccccccccc"), QStringLiteral("^\\d+(?:[\\.,]\\d+)?$")})};
+    for (const QVariant &element : list) {
+        const QVariantMap field = element.toMap();
+        const QString name = field.value(nameKey).toString();
+        if (name == FIELD_CHARGE || name == FIELD_SERVICES || name == taxName) {
+            full.append(element);
+        } else if (name == debtName) {
+            QVariantMap due = field;
+            due.insert(nameKey, FIELD_TOPAY);
+            full.append(due);
+        }
+    }
+    parseCheckList(full);
+}
+
+qint64 SrDocument::id() const
+{
+    return SrValues::integer(getValue(FIELD_ID));
+}
+
+void SrDocument::setId(qint64 id)
+{
+    setValue(FIELD_ID, QString::number(id));
+}
+
+QString SrDocument::docNumber() const
+{
+    return SrValues::text(getValue(FIELD_NUM));
+}
+
+void SrDocument::setDocNumber(const QString &docNumber)
+{
+    setValue(FIELD_NUM, docNumber.trimmed());
+}
+
+basix::FixNumber SrDocument::charge() const
+{
+    return SrValues::money(getValue(FIELD_CHARGE));
+}
+
+void SrDocument::setCharge(const basix::FixNumber &charge)
+{
+    setValue(FIELD_CHARGE, charge.toString());
+}
+
+basix::FixNumber SrDocument::topay() const
+{
+    return SrValues::money(getValue(FIELD_TOPAY));
+}
+
+void SrDocument::setTopay(const basix::FixNumber &topay)
+{
+    setValue(FIELD_TOPAY, topay.toString());
+}
+
+basix::FixNumber SrDocument::distributed() const
+{
+    return SrValues::money(getValue(FIELD_DISTRIBUTED));
+}
+
+void SrDocument::setDistributed(const basix::FixNumber &distributed)
+{
+    setValue(FIELD_DISTRIBUTED, distributed.toString());
+}
+
+bool SrDocument::isValid() const
+{
+    return !m_services.isEmpty() && !docNumber().trimmed().isEmpty();
+}
+
+bool SrDocument::isReady() const
+{
+    return SrService::areReadyToPay(m_services);
+}
+
+basix::FixNumber SrDocument::amount() const
+{
+    basix::FixNumber total(100, 0);
+    for (const SrService &service : m_services)
+        total += service.distributed();
+    return total;
+}
+
+void SrDocument::calcByDebt()
+{
+    for (SrService &service : m_services)
+        service.setDistributed(service.topay());
+}
+
+void SrDocument::cleanDebt()
+{
+    for (SrService &service : m_services)
+        service.setDistributed(basix::FixNumber(100, 0));
+}
+
+QMap<QString, QString> SrDocument::titles() const
+{
+    return {{FIELD_ID, getTitle(FIELD_ID)},
+            {FIELD_NUM, getTitle(FIELD_NUM)},
+            {FIELD_CHARGE, getTitle(FIELD_CHARGE)},
+            {FIELD_TOPAY, getTitle(FIELD_TOPAY)},
+            {FIELD_DISTRIBUTED, getTitle(FIELD_DISTRIBUTED)}};
+}
+
+QMap<QString, QString> SrDocument::modelTitles() const
+{
+    QMap<QString, QString> columns;
+    if (!m_services.isEmpty())
+        columns = m_services.first().titles();
+    columns.insert(FIELD_NUM, getTitle(FIELD_NUM));
+    return columns;
+}
+
+QString SrDocument::toJsonParamsList() const
+{
+    return QString::fromUtf8(SrJson::compact(toPayParamsList()));
+}
+
+Payment SrDocument::createPay(Provider provider, const QString &account, const QString &qrcode,
+                              const basix::Currency &currency) const
+{
+    const QMap<QString, QString> values{{QStringLiteral("account"), account},
+                                        {QStringLiteral("paydata"), toJsonParamsList()},
+                                        {QStringLiteral("qrcode"), qrcode},
+                                        {QStringLiteral("numdoc"), docNumber()}};
+    SrPayment::fillParameters(provider, values);
+    return SrPayment::create(provider, account, currency, amount());
+}
+
+QString SrDocument::toHtml() const
+{
+    QStringList lines{SrHtml::heading(QStringLiteral("Услуги [%1]").arg(docNumber()))};
+    lines += SrHtml::servicesTable(m_services);
+    return lines.join(QLatin1Char('\n'));
+}
+
+QString SrDocument::toSummaryHtml() const
+{
+    return toHtml();
+}
+
+bool SrDocument::operator==(const SrDocument &other) const
+{
+    return SrObject::operator==(other) && m_services == other.m_services;
+}

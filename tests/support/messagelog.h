@@ -5,9 +5,11 @@
 #include <QVector>
 #include <QtGlobal>
 
-/// Catches what Qt's logger receives between construction and destruction, with the context of every line.
+/// Catches what Qt's logger receives between construction and destruction, with the context of
+/// every line.
 ///
-/// Messages still reach the handler that was installed before, so a failing test shows them. One log at a time.
+/// Messages still reach the handler that was installed before, so a failing test shows them. One
+/// log at a time.
 class MessageLog
 {
 public:

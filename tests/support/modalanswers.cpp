@@ -78,7 +78,8 @@ ModalAnswers &ModalAnswers::run(const std::function<void(QDialog *)> &step)
 void ModalAnswers::look()
 {
     auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-    // A wizard under test is itself a modal dialog when the host executes it; it is driven by the test, not answered.
+    // A wizard under test is itself a modal dialog when the host executes it; it is driven by the
+    // test, not answered.
     if (!dialog || !dialog->isVisible() || dialog->inherits("QWizard"))
         return;
     if (dialog == m_answered) {
@@ -93,8 +94,8 @@ void ModalAnswers::look()
     m_since.start();
     m_seen.append(describe(dialog));
     if (m_steps.isEmpty()) {
-        m_problems.append(QStringLiteral("not planned: %1 | %2")
-                              .arg(m_seen.last().title, m_seen.last().text));
+        m_problems.append(
+            QStringLiteral("not planned: %1 | %2").arg(m_seen.last().title, m_seen.last().text));
         dialog->reject();
         return;
     }

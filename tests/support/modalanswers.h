@@ -13,10 +13,12 @@
 
 class QDialog;
 
-/// Answers the modal dialogs that a tested action opens, in the order in which the steps were planned.
+/// Answers the modal dialogs that a tested action opens, in the order in which the steps were
+/// planned.
 ///
-/// Plan the steps before the action; a modal dialog runs its own event loop inside it. A dialog that no step was planned
-/// for, or that stays open past the watchdog, is closed and counted in problems(), so a test ends red instead of hanging.
+/// Plan the steps before the action; a modal dialog runs its own event loop inside it. A dialog
+/// that no step was planned for, or that stays open past the watchdog, is closed and counted in
+/// problems(), so a test ends red instead of hanging.
 class ModalAnswers : public QObject
 {
     Q_OBJECT

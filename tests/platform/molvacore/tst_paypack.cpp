@@ -295,6 +295,10 @@ void tst_PayPack::malformedMap_data()
     row("operation sum missing", "operations", "sum", QVariant());
     row("operation type unknown", "operations", "moneyType", 3);
     row("operation currency missing", "operations", "currency", QVariant());
+    row("operation currency beyond int", "operations", "currency",
+        QVariantMap{{QStringLiteral("number3"), Q_INT64_C(4294967939)},
+                    {QStringLiteral("code3"), QStringLiteral("RUB")},
+                    {QStringLiteral("name"), QString()}});
 }
 
 void tst_PayPack::malformedMap()

@@ -1,0 +1,313 @@
+#include "sripaymentpage.h"
+
+#include "sraccount.h"
+#include "srfiscalreadiness.h"
+#include "srmessagebox.h"
+#include "srpagetransfer.h"
+#include "srwizardcontext.h"
+#include "ui_sripaymentpage.h"
+
+#include <molvacore/cardreadersettings.h>
+#include <molvacore/check.h>
+#include <molvacore/ingericolibhandler.h>
+#include <molvacore/logvariant.h>
+#include <molvacore/onlinekkmprofile.h>
+#include <molvacore/qeftposhandler.h>
+#include <molvacore/sberposlibhandler.h>
+
+#include <QApplication>
+#include <QDateTime>
+#include <QDebug>
+#include <QInputDialog>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QScopeGuard>
+
+namespace {
+
+constexpr int moneyMultiplier = 100;
+
+/// Terminal types of the host's card reader settings.
+enum TerminalType { IngericoTerminal = 1, SberTerminal = 2, EftPosTerminal = 3 };
+
+const QString payPackDestination = QStringLiteral("/app/add_pay_pack");
+
+} // namespace
+
+SrIPaymentPage::SrIPaymentPage(QWizard *wizard)
+    : QWizardPage(wizard), m_ui(std::make_unique<Ui_SrIPaymentPage>())
+{
+    m_ui->setupUi(this);
+    connect(m_ui->dsbCash, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
+            &SrIPaymentPage::sumChanged);
+    connect(m_ui->dsbCard, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
+            &SrIPaymentPage::sumChanged);
+    m_ui->dsbCash->installEventFilter(this);
+    m_ui->dsbCard->installEventFilter(this);
+    m_ui->pbCard->setEnabled(CardReaderSettings().configured());
+    connect(m_ui->pbCard, &QPushButton::released, this, &SrIPaymentPage::payByCard);
+}
+
+SrIPaymentPage::~SrIPaymentPage() = default;
+
+void SrIPaymentPage::initializePage()
+{
+    m_account = srAccountOfPreviousPage(wizard());
+    if (!m_account)
+        return;
+    m_ui->tbSummary->setHtml(m_account->toSummaryHtml());
+    // A card amount typed for another account must not stay when the cashier comes back with this
+    // one.
+    m_ui->dsbCard->setValue(0.0);
+    m_ui->dsbCash->setValue(m_account->amount().toDouble());
+    m_ui->cbAttornayDoc->setVisible(m_account->isLegal());
+}
+
+basix::FixNumber SrIPaymentPage::cashAmount() const
+{
+    return basix::FixNumber(moneyMultiplier, m_ui->dsbCash->value());
+}
+
+basix::FixNumber SrIPaymentPage::cardAmount() const
+{
+    return basix::FixNumber(moneyMultiplier, m_ui->dsbCard->value());
+}
+
+bool SrIPaymentPage::isComplete() const
+{
+    return QWizardPage::isComplete() && m_account
+        && cashAmount() + cardAmount() == m_account->amount();
+}
+
+void SrIPaymentPage::sumChanged()
+{
+    if (sender() != m_ui->dsbCash && m_account)
+        m_ui->dsbCash->setValue((m_account->amount() - cardAmount()).toDouble());
+    if (m_ui->dsbCash->value() < 0.0)
+        m_ui->dsbCash->setValue(0.0);
+    emit completeChanged();
+}
+
+std::optional<basix::FixNumber> SrIPaymentPage::askCardAmount()
+{
+    // No more than the card field can show: what is charged must be what the receipt says.
+    const double amount = qMin(m_account->amount().toDouble(), m_ui->dsbCard->maximum());
+    bool accepted = false;
+    const double entered = QInputDialog::getDouble(this, tr("Payment by card"), tr("Introduction"),
+                                                   amount, 0.0, amount, 2, &accepted);
+    if (!accepted)
+        return std::nullopt;
+    return basix::FixNumber(moneyMultiplier, entered);
+}
+
+PosHandler *SrIPaymentPage::createTerminal(int type)
+{
+    switch (type) {
+    case IngericoTerminal:
+        return new IngericoLibHandler(this);
+    case SberTerminal:
+        return new SberPosLibHandler(this);
+    case EftPosTerminal:
+        return new QEftPosHandler(this);
+    }
+    return nullptr;
+}
+
+void SrIPaymentPage::payByCard()
+{
+    // Pending events are processed below; a second press of the button in there must not charge the
+    // card twice.
+    if (m_takingCard || !m_account)
+        return;
+    m_takingCard = true;
+    // The host may destroy the wizard while one of the dialogs below is open.
+    const QPointer<SrIPaymentPage> self(this);
+    const auto done = qScopeGuard([self] {
+        if (self)
+            self->m_takingCard = false;
+    });
+
+    const CardReaderSettings settings;
+    m_ui->pbCard->setEnabled(settings.configured());
+    const bool wasShown = isVisible();
+    const auto amount = askCardAmount();
+    QCoreApplication::processEvents();
+    // Nor may a card be charged for a payment that was closed or finished meanwhile, or whose
+    // receipt was printed.
+    if (!self || !amount || isVisible() != wasShown || m_unsavedPack)
+        return;
+
+    m_ui->pbCard->setEnabled(false);
+    QString error = tr("Pos terminal initialization error");
+    bool charged = false;
+    if (PosHandler *terminal = createTerminal(settings.type())) {
+        QString reason;
+        QStringList slip;
+        if (terminal->init(reason)) {
+            charged = terminal->pay(*amount, reason, slip);
+            error = reason;
+        }
+        delete terminal;
+    }
+    if (charged) {
+        cardCharged(*amount);
+        return;
+    }
+    SrMessageBox::showError(this, tr("Payment by card"), error);
+    if (self)
+        m_ui->pbCard->setEnabled(true);
+}
+
+void SrIPaymentPage::cardCharged(const basix::FixNumber &amount)
+{
+    lockWizard();
+    m_ui->dsbCard->setValue(amount.toDouble());
+    m_ui->dsbCard->setEnabled(false);
+    const basix::FixNumber rest = m_account->amount() - amount;
+    m_ui->dsbCash->setMaximum(rest.toDouble());
+    m_ui->dsbCash->setEnabled(rest.value() != 0);
+    // The button that had the focus is disabled now; the cashier goes on by keyboard.
+    if (m_ui->dsbCash->isEnabled())
+        m_ui->dsbCash->setFocus();
+    else if (wizard())
+        wizard()->button(QWizard::FinishButton)->setFocus();
+}
+
+void SrIPaymentPage::lockWizard()
+{
+    QWizard *owner = wizard();
+    if (!owner)
+        return;
+    // The framework enables Back again at every completeChanged(), except behind a commit page.
+    const QList<int> visited = owner->visitedIds();
+    if (visited.size() > 1)
+        owner->page(visited.at(visited.size() - 2))->setCommitPage(true);
+    owner->button(QWizard::BackButton)->setEnabled(false);
+    owner->button(QWizard::CancelButton)->setEnabled(false);
+    // Esc is Cancel by another key.
+    owner->installEventFilter(this);
+}
+
+bool SrIPaymentPage::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_ui->dsbCash || watched == m_ui->dsbCard)
+        // The framework hides and shows the page at every completeChanged(), and a spin box that is
+        // shown writes its value anew: "1" becomes "1.00" under the cashier's hands, and hundredths
+        // could not be typed at all.
+        return event->type() == QEvent::Show;
+    if (event->type() == QEvent::KeyPress
+        && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel))
+        return true;
+    return QWizardPage::eventFilter(watched, event);
+}
+
+bool SrIPaymentPage::validatePage()
+{
+    QWizard *owner = wizard();
+    const QPointer<SrIPaymentPage> self(this);
+    const QPointer<QWidget> focus = owner->focusWidget();
+    owner->setEnabled(false);
+    // Without an account, and without a profile below, the wizard stays disabled on purpose:
+    // nothing that the cashier could do on it would be right.
+    if (!m_account)
+        return false;
+    const SrWizardContext context = SrWizardContext::of(owner);
+    if (!m_unsavedPack) {
+        const OnlineKkmProfile profile = SrFiscalReadiness::currentProfile(this);
+        if (!profile.isValid()) {
+            showMsg(MsgError, SrFiscalReadiness::noProfileText());
+            return false;
+        }
+        const std::optional<PayPack> pack = print(context, profile);
+        if (!self)
+            return false;
+        m_unsavedPack = pack;
+    }
+    owner->setEnabled(true);
+    const bool finished = m_unsavedPack && saveAndPost(context);
+    // The framework closes a wizard whose last page is done; one that was destroyed behind a
+    // message box is closed already.
+    if (!self)
+        return false;
+    if (!finished && focus)
+        focus->setFocus();
+    return finished;
+}
+
+std::optional<PayPack> SrIPaymentPage::print(const SrWizardContext &context,
+                                             const OnlineKkmProfile &profile)
+{
+    const OnlineKkmInfo info =
+        profile.getKkmInfo(context.provider->groupId(), context.provider->id());
+    const bool byAttorney = m_account->isLegal() && m_ui->cbAttornayDoc->isChecked();
+    const Check check =
+        m_account->createCheck(context.provider, info, cardAmount(), cashAmount(), byAttorney);
+    const QVariantMap document = check.toDocument(false, MoneyType::Cash, true);
+    // A register that printed and whose answer was lost knows the receipt again by its number; so
+    // another attempt at the same receipt keeps the number of the first.
+    if (m_attempted.document != document)
+        m_attempted = {document,
+                       QString::number(QDateTime::currentSecsSinceEpoch())
+                           + m_account->accountNumber()};
+
+    QString error = SrFiscalReadiness::noRegisterText();
+    m_printed.clear();
+    const bool printed = context.fiscalRegister
+        && context.fiscalRegister->doReceipt(document, m_attempted.number, m_printed, error);
+    wizard()->setEnabled(true);
+    if (!printed) {
+        qWarning() << Q_FUNC_INFO << logvariant(document);
+        const QPointer<SrIPaymentPage> self(this);
+        showMsg(MsgError, error);
+        if (self)
+            showMsg(MsgError, tr("Ошибка сохранения платежа"));
+        return std::nullopt;
+    }
+
+    // A printed receipt cannot be taken back, so neither can what it says.
+    lockWizard();
+    m_ui->groupBox_2->setEnabled(false);
+    const QVariantList fiscalProperties = m_printed.value(QStringLiteral("fiscprops")).toList();
+    PayPack pack = m_account->createPack(*context.provider, fiscalProperties, *context.currency,
+                                         cardAmount(), cashAmount());
+    pack.setFiscProps(fiscalProperties);
+    pack.setFiscData(m_printed.value(QStringLiteral("data")).toMap());
+    pack.setFiscDocument(m_printed.value(QStringLiteral("document")).toMap());
+    qWarning() << Q_FUNC_INFO << logvariant(PayPack::packToFullMap(pack));
+    return pack;
+}
+
+bool SrIPaymentPage::saveAndPost(const SrWizardContext &context)
+{
+    if (!context.paysController || !context.paysController->savePack(*m_unsavedPack, true)) {
+        showMsg(MsgError, tr("Ошибка сохранения платежа"));
+        return false;
+    }
+    const qint64 packId = m_unsavedPack->id();
+    m_unsavedPack.reset();
+
+    if (context.paysController->handOnAtOnce()) {
+        QString error;
+        if (context.paysController->handOn(packId, m_printed, error))
+            emit sendMessage(payPackDestination, m_printed);
+        else
+            qWarning() << Q_FUNC_INFO << packId << error;
+    }
+    showMsg(MsgInformation, tr("Платеж отправлен на проведение"));
+    return true;
+}
+
+QString SrIPaymentPage::preview() const
+{
+    return {};
+}
+
+QSharedPointer<SRAccount> SrIPaymentPage::outputData() const
+{
+    return m_account;
+}
+
+void SrIPaymentPage::showMsg(ISrIWizardPage::MsgType type, const QString &text)
+{
+    SrMessageBox::show(this, SrWizardContext::of(wizard()).checkName(), type, text);
+}

@@ -1,0 +1,185 @@
+#include "srservicesmodel.h"
+
+#include <QColor>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int moneyMultiplier = 100;
+
+const QString &fieldOf(int column)
+{
+    static const QString none;
+    switch (column) {
+    case SRServicesModel::NameColumn:
+        return SrService::FIELD_NAME;
+    case SRServicesModel::ChargeColumn:
+        return SrService::FIELD_CHARGE;
+    case SRServicesModel::ToPayColumn:
+        return SrService::FIELD_TOPAY;
+    case SRServicesModel::DistributedColumn:
+        return SrService::FIELD_DISTRIBUTED;
+    }
+    return none;
+}
+
+} // namespace
+
+void SRServicesModel::setServices(const QList<SrService> &services, const basix::FixNumber &charge,
+                                  const basix::FixNumber &debt)
+{
+    beginResetModel();
+    m_services = services;
+    m_titles = services.isEmpty() ? QMap<QString, QString>() : services.constFirst().titles();
+    m_accountCharge = charge;
+    m_accountDebt = debt;
+    updateDistributed();
+    endResetModel();
+}
+
+void SRServicesModel::updateDistributed()
+{
+    m_distributed = basix::FixNumber(moneyMultiplier, 0);
+    for (const SrService &service : qAsConst(m_services))
+        m_distributed += service.distributed();
+}
+
+void SRServicesModel::distribute(basix::FixNumber (SrService::*amount)() const)
+{
+    beginResetModel();
+    for (SrService &service : m_services)
+        service.setDistributed((service.*amount)());
+    updateDistributed();
+    endResetModel();
+    emit valueChanged();
+}
+
+void SRServicesModel::calcByCharge()
+{
+    distribute(&SrService::charge);
+}
+
+void SRServicesModel::calcByDebt()
+{
+    distribute(&SrService::topay);
+}
+
+bool SRServicesModel::isReady() const
+{
+    return SrService::areReadyToPay(m_services);
+}
+
+QVariant SRServicesModel::serviceText(const SrService &service, int column) const
+{
+    switch (column) {
+    case NameColumn:
+        return service.name();
+    case ChargeColumn:
+        return service.charge().toString();
+    case ToPayColumn:
+        return service.topay().toString();
+    case DistributedColumn:
+        return service.distributed().toString();
+    }
+    return {};
+}
+
+QVariant SRServicesModel::serviceValue(const SrService &service, int column) const
+{
+    switch (column) {
+    case NameColumn:
+        return service.name();
+    case ChargeColumn:
+        return service.charge().toDouble();
+    case ToPayColumn:
+        return service.topay().toDouble();
+    case DistributedColumn:
+        return service.distributed().toDouble();
+    }
+    return {};
+}
+
+QVariant SRServicesModel::totalText(int column) const
+{
+    switch (column) {
+    case NameColumn:
+        return tr("ИТОГО");
+    case ChargeColumn:
+        return m_accountCharge.toString();
+    case ToPayColumn:
+        return m_accountDebt.toString();
+    case DistributedColumn:
+        return m_distributed.toString();
+    }
+    return {};
+}
+
+QVariant SRServicesModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() > rowCount())
+        return {};
+    const bool isService = index.row() < m_services.size();
+    switch (role) {
+    case Qt::BackgroundRole:
+        return QColor(isService ? Qt::white : Qt::gray);
+    case Qt::DisplayRole:
+        return isService ? serviceText(m_services.at(index.row()), index.column())
+                         : totalText(index.column());
+    case Qt::EditRole:
+        return isService ? serviceValue(m_services.at(index.row()), index.column()) : QVariant();
+    }
+    return {};
+}
+
+QVariant SRServicesModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0
+        && section < ColumnCount)
+        return m_titles.value(fieldOf(section));
+    return QAbstractTableModel::headerData(section, orientation, role);
+}
+
+bool SRServicesModel::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    // The total row has no service behind it.
+    if (!index.isValid() || role != Qt::EditRole || index.row() >= m_services.size())
+        return false;
+    SrService &service = m_services[index.row()];
+    const auto amount = [&value] { return basix::FixNumber(moneyMultiplier, value.toDouble()); };
+    switch (index.column()) {
+    case NameColumn:
+        service.setName(value.toString());
+        break;
+    case ChargeColumn:
+        service.setCharge(amount());
+        break;
+    case ToPayColumn:
+        service.setTopay(amount());
+        break;
+    case DistributedColumn:
+        service.setDistributed(amount());
+        updateDistributed();
+        break;
+    default:
+        return false;
+    }
+    emit valueChanged();
+    return true;
+}
+
+int SRServicesModel::rowCount(const QModelIndex &) const
+{
+    return m_services.size() + 1;
+}
+
+int SRServicesModel::columnCount(const QModelIndex &) const
+{
+    return ColumnCount;
+}
+
+Qt::ItemFlags SRServicesModel::flags(const QModelIndex &index) const
+{
+    // Never editable: amounts change only through the two distributions.
+    return QAbstractTableModel::flags(index);
+}

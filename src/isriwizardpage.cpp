@@ -1,0 +1,3 @@
+#include "isriwizardpage.h"
+
+ISrIWizardPage::~ISrIWizardPage() = default;

@@ -1,0 +1,290 @@
+#include "srdocumentsmodel.h"
+
+#include <QColor>
+#include <QDebug>
+
+namespace {
+
+constexpr int moneyMultiplier = 100;
+
+/// Markers in the place of a service index: the document's own row.
+constexpr int untickedDocument = -1;
+constexpr int tickedDocument = -2;
+
+const QString &fieldOf(int column)
+{
+    static const QString none;
+    switch (column) {
+    case SRDocumentsModel::NumberColumn:
+        return SrDocument::FIELD_NUM;
+    case SRDocumentsModel::NameColumn:
+        return SrService::FIELD_NAME;
+    case SRDocumentsModel::ChargeColumn:
+        return SrService::FIELD_CHARGE;
+    case SRDocumentsModel::ToPayColumn:
+        return SrService::FIELD_TOPAY;
+    case SRDocumentsModel::DistributedColumn:
+        return SrService::FIELD_DISTRIBUTED;
+    }
+    return none;
+}
+
+} // namespace
+
+void SRDocumentsModel::setDocuments(const QList<SrDocument> &documents,
+                                    const basix::FixNumber &charge, const basix::FixNumber &debt)
+{
+    beginResetModel();
+    m_documents = documents;
+    m_rows.clear();
+    m_standings.clear();
+    m_standings.resize(documents.size());
+    m_total = basix::FixNumber(moneyMultiplier, 0);
+    m_tickedCount = 0;
+    m_tickedUnreadyCount = 0;
+
+    const bool ticked = documents.size() == 1;
+    for (int d = 0; d < documents.size(); ++d) {
+        m_rows.append({d, ticked ? tickedDocument : untickedDocument});
+        const int serviceCount = documents.at(d).services().size();
+        for (int s = 0; s < serviceCount; ++s)
+            m_rows.append({d, s});
+        updateStanding(d, ticked);
+    }
+    m_titles =
+        documents.isEmpty() ? QMap<QString, QString>() : documents.constFirst().modelTitles();
+    m_accountCharge = charge;
+    m_accountDebt = debt;
+    endResetModel();
+}
+
+QList<SrDocument> SRDocumentsModel::documents() const
+{
+    QList<SrDocument> ticked;
+    for (const QPair<int, int> &row : m_rows) {
+        if (row.second == tickedDocument)
+            ticked.append(m_documents.at(row.first));
+    }
+    return ticked;
+}
+
+bool SRDocumentsModel::isReady() const
+{
+    return m_tickedCount > 0 && m_tickedUnreadyCount == 0;
+}
+
+bool SRDocumentsModel::isDocumentRow(int row) const
+{
+    return row < m_rows.size() && m_rows.at(row).second < 0;
+}
+
+bool SRDocumentsModel::isTicked(int row) const
+{
+    return m_rows.at(row).second == tickedDocument;
+}
+
+void SRDocumentsModel::countIn(const Standing &standing, int sign)
+{
+    m_total += sign < 0 ? -standing.amount : standing.amount;
+    m_tickedCount += standing.ticked ? sign : 0;
+    m_tickedUnreadyCount += standing.ticked && !standing.ready ? sign : 0;
+}
+
+void SRDocumentsModel::updateStanding(int document, bool ticked)
+{
+    Standing &standing = m_standings[document];
+    countIn(standing, -1);
+    const SrDocument &record = m_documents.at(document);
+    standing = {record.amount(), record.isReady(), ticked};
+    countIn(standing, +1);
+}
+
+void SRDocumentsModel::redistribute(int row)
+{
+    SrDocument &document = m_documents[m_rows.at(row).first];
+    if (isTicked(row))
+        document.calcByDebt();
+    else
+        document.cleanDebt();
+    updateStanding(m_rows.at(row).first, isTicked(row));
+}
+
+void SRDocumentsModel::calcByDebt()
+{
+    beginResetModel();
+    for (int row = 0; row < m_rows.size(); ++row) {
+        if (isDocumentRow(row))
+            redistribute(row);
+    }
+    endResetModel();
+    emit valueChanged();
+}
+
+QVariant SRDocumentsModel::documentText(int document, int column) const
+{
+    const SrDocument &record = m_documents.at(document);
+    switch (column) {
+    case NumberColumn:
+        return record.docNumber();
+    case NameColumn:
+        return tr("ПОДИТОГ");
+    case ChargeColumn:
+        return record.charge().toString();
+    case ToPayColumn:
+        return record.topay().toString();
+    case DistributedColumn:
+        return m_standings.at(document).amount.toString();
+    }
+    return {};
+}
+
+QVariant SRDocumentsModel::serviceText(const QPair<int, int> &row, int column) const
+{
+    const SrDocument &document = m_documents.at(row.first);
+    if (column == NumberColumn)
+        return document.docNumber();
+    const SrService service = document.services().at(row.second);
+    switch (column) {
+    case NameColumn:
+        return service.name();
+    case ChargeColumn:
+        return service.charge().toString();
+    case ToPayColumn:
+        return service.topay().toString();
+    case DistributedColumn:
+        return service.distributed().toString();
+    }
+    return {};
+}
+
+QVariant SRDocumentsModel::serviceValue(const QPair<int, int> &row, int column) const
+{
+    const SrService service = m_documents.at(row.first).services().at(row.second);
+    switch (column) {
+    case NameColumn:
+        return service.name();
+    case ChargeColumn:
+        return service.charge().toDouble();
+    case ToPayColumn:
+        return service.topay().toDouble();
+    case DistributedColumn:
+        return service.distributed().toDouble();
+    }
+    return {};
+}
+
+QVariant SRDocumentsModel::totalText(int column) const
+{
+    switch (column) {
+    case NameColumn:
+        return tr("ИТОГО");
+    case ChargeColumn:
+        return m_accountCharge.toString();
+    case ToPayColumn:
+        return m_accountDebt.toString();
+    case DistributedColumn:
+        return m_total.toString();
+    }
+    return {};
+}
+
+QVariant SRDocumentsModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() > rowCount())
+        return {};
+    const bool isTotal = index.row() >= m_rows.size();
+    const bool isDocument = isDocumentRow(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        if (isTotal)
+            return totalText(index.column());
+        return isDocument ? documentText(m_rows.at(index.row()).first, index.column())
+                          : serviceText(m_rows.at(index.row()), index.column());
+    case Qt::EditRole:
+        return isTotal || isDocument ? QVariant()
+                                     : serviceValue(m_rows.at(index.row()), index.column());
+    case Qt::BackgroundRole:
+        return QColor(isTotal ? Qt::darkGray : isDocument ? Qt::gray : Qt::white);
+    case Qt::CheckStateRole:
+        if (!isDocument || index.column() != NumberColumn)
+            return {};
+        return isTicked(index.row()) ? Qt::Checked : Qt::Unchecked;
+    }
+    return {};
+}
+
+QVariant SRDocumentsModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0
+        && section < ColumnCount)
+        return m_titles.value(fieldOf(section));
+    return QAbstractTableModel::headerData(section, orientation, role);
+}
+
+bool SRDocumentsModel::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    if (!index.isValid() || index.row() >= m_rows.size())
+        return false;
+    if (role == Qt::EditRole)
+        return !isDocumentRow(index.row())
+            && editService(m_rows.at(index.row()), index.column(), value);
+    if (role != Qt::CheckStateRole)
+        return false;
+
+    qWarning() << Q_FUNC_INFO << value;
+    if (isDocumentRow(index.row())) {
+        m_rows[index.row()].second =
+            value.toInt() == Qt::Checked ? tickedDocument : untickedDocument;
+        redistribute(index.row());
+        emit valueChanged();
+    }
+    // False even for a tick that took effect, and no dataChanged(): the page listens to
+    // valueChanged() alone and repaints.
+    return false;
+}
+
+bool SRDocumentsModel::editService(const QPair<int, int> &row, int column, const QVariant &value)
+{
+    SrDocument &document = m_documents[row.first];
+    QList<SrService> services = document.services();
+    SrService &service = services[row.second];
+    const auto amount = [&value] { return basix::FixNumber(moneyMultiplier, value.toDouble()); };
+    switch (column) {
+    case NameColumn:
+        service.setName(value.toString());
+        break;
+    case ChargeColumn:
+        service.setCharge(amount());
+        break;
+    case ToPayColumn:
+        service.setTopay(amount());
+        break;
+    case DistributedColumn:
+        service.setDistributed(amount());
+        break;
+    default:
+        return false;
+    }
+    document.setServices(services);
+    updateStanding(row.first, m_standings.at(row.first).ticked);
+    emit valueChanged();
+    return true;
+}
+
+int SRDocumentsModel::rowCount(const QModelIndex &) const
+{
+    return m_rows.size() + 1;
+}
+
+int SRDocumentsModel::columnCount(const QModelIndex &) const
+{
+    return ColumnCount;
+}
+
+Qt::ItemFlags SRDocumentsModel::flags(const QModelIndex &index) const
+{
+    Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    if (index.isValid() && index.column() == NumberColumn && isDocumentRow(index.row()))
+        flags |= Qt::ItemIsUserCheckable;
+    return flags;
+}

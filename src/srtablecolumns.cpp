@@ -1,0 +1,38 @@
+#include "srtablecolumns.h"
+
+#include <QAbstractItemModel>
+#include <QHeaderView>
+#include <QTableView>
+
+namespace {
+
+/// A column's width is taken from the rows on screen and this many behind them; measuring every row
+/// of a contract with thousands of documents would keep the cashier waiting.
+constexpr int measuredRows = 100;
+/// A name of some hundred letters must not push the amounts out of the window.
+constexpr int widestColumnPixels = 360;
+/// Above and below a row's text together; enough for an editor's frame.
+constexpr int rowPaddingPixels = 10;
+
+} // namespace
+
+void srPrepareTable(QTableView *table)
+{
+    table->horizontalHeader()->setStretchLastSection(true);
+    table->horizontalHeader()->setResizeContentsPrecision(measuredRows);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height()
+                                                   + rowPaddingPixels);
+    table->setTabKeyNavigation(false);
+    table->setTextElideMode(Qt::ElideRight);
+}
+
+void srFitColumnsButLast(QTableView *table)
+{
+    const int last = table->model()->columnCount() - 1;
+    for (int column = 0; column < last; ++column) {
+        table->resizeColumnToContents(column);
+        if (table->columnWidth(column) > widestColumnPixels)
+            table->setColumnWidth(column, widestColumnPixels);
+    }
+}

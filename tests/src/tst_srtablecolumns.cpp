@@ -1,0 +1,147 @@
+#include "srtablecolumns.h"
+
+#include "countingproxy.h"
+#include "messagelog.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QStandardItemModel>
+#include <QTableView>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <memory>
+
+class TestSrTableColumns : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_log = std::make_unique<MessageLog>(); }
+    void cleanup()
+    {
+        const QStringList unexpected =
+            m_log->unexpectedWarnings({QStringLiteral("propagateSizeHints")});
+        m_log.reset();
+        QCOMPARE(unexpected, QStringList());
+    }
+
+    void lastColumnStretchesAndRowsHaveNoNumbers();
+    void tabLeavesTheTable();
+    void everyColumnButTheLastFitsItsContents();
+    void longTextIsCutOffAndLeavesRoomForTheAmounts();
+    void columnsShrinkAgain();
+    void thousandsOfRowsAreNotAllMeasured();
+    void tableWithoutRows();
+
+private:
+    std::unique_ptr<MessageLog> m_log;
+};
+
+void TestSrTableColumns::lastColumnStretchesAndRowsHaveNoNumbers()
+{
+    QTableView table;
+    srPrepareTable(&table);
+    QVERIFY(table.horizontalHeader()->stretchLastSection());
+    QVERIFY(table.verticalHeader()->isHidden());
+    QCOMPARE(table.textElideMode(), Qt::ElideRight);
+}
+
+void TestSrTableColumns::tabLeavesTheTable()
+{
+    QWidget window;
+    QVBoxLayout layout(&window);
+    QTableView table;
+    QLineEdit behind;
+    layout.addWidget(&table);
+    layout.addWidget(&behind);
+    QStandardItemModel model(2, 2);
+    table.setModel(&model);
+    srPrepareTable(&table);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    table.setFocus();
+    QTest::keyClick(&table, Qt::Key_Tab);
+    QVERIFY(behind.hasFocus());
+}
+
+void TestSrTableColumns::everyColumnButTheLastFitsItsContents()
+{
+    QStandardItemModel model(2, 3);
+    model.setData(model.index(0, 0), QStringLiteral("w"));
+    model.setData(model.index(1, 1), QString(20, QLatin1Char('w')));
+    model.setData(model.index(1, 2), QString(60, QLatin1Char('w')));
+    QTableView table;
+    table.setModel(&model);
+    srPrepareTable(&table);
+    table.resize(700, 200);
+    table.setColumnWidth(0, 300);
+    table.setColumnWidth(1, 5);
+    srFitColumnsButLast(&table);
+    QVERIFY(table.columnWidth(0) < 100);
+    QVERIFY(table.columnWidth(1) > 100);
+    const int needed = QFontMetrics(table.font()).horizontalAdvance(QString(20, QLatin1Char('w')));
+    QVERIFY(table.columnWidth(1) >= needed);
+    QVERIFY(table.columnWidth(1) < needed + 40);
+}
+
+void TestSrTableColumns::longTextIsCutOffAndLeavesRoomForTheAmounts()
+{
+    QStandardItemModel model(1, 4);
+    model.setData(model.index(0, 0), QString(500, QChar(u'Ш')));
+    for (int column = 1; column < 4; ++column)
+        model.setData(model.index(0, column), QStringLiteral("123456.78"));
+    QTableView table;
+    table.setModel(&model);
+    srPrepareTable(&table);
+    table.resize(700, 200);
+    srFitColumnsButLast(&table);
+    QCOMPARE(table.columnWidth(0), 360);
+    QVERIFY(table.columnViewportPosition(3) < 690);
+}
+
+void TestSrTableColumns::columnsShrinkAgain()
+{
+    QStandardItemModel model(1, 2);
+    model.setData(model.index(0, 0), QString(500, QLatin1Char('w')));
+    QTableView table;
+    table.setModel(&model);
+    srPrepareTable(&table);
+    srFitColumnsButLast(&table);
+    model.setData(model.index(0, 0), QStringLiteral("w"));
+    srFitColumnsButLast(&table);
+    QVERIFY(table.columnWidth(0) < 100);
+}
+
+void TestSrTableColumns::thousandsOfRowsAreNotAllMeasured()
+{
+    QStandardItemModel model(12000, 3);
+    CountingProxy counting;
+    counting.setSourceModel(&model);
+    QTableView table;
+    table.setModel(&counting);
+    srPrepareTable(&table);
+    table.resize(700, 300);
+    counting.forget();
+    srFitColumnsButLast(&table);
+    QVERIFY2(counting.highestRow < 200, qPrintable(QString::number(counting.highestRow)));
+    QVERIFY(counting.calls > 0);
+}
+
+void TestSrTableColumns::tableWithoutRows()
+{
+    QStandardItemModel model(0, 4);
+    model.setHorizontalHeaderLabels(
+        {QStringLiteral("a"), QString(200, QLatin1Char('w')), QString(), QString()});
+    QTableView table;
+    table.setModel(&model);
+    srPrepareTable(&table);
+    srFitColumnsButLast(&table);
+    QVERIFY(table.columnWidth(1) <= 360);
+    QStandardItemModel nothing;
+    table.setModel(&nothing);
+    srFitColumnsButLast(&table);
+}
+
+QTEST_MAIN(TestSrTableColumns)
+#include "tst_srtablecolumns.moc"

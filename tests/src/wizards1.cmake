@@ -32,7 +32,9 @@ foreach(name IN ITEMS
     selmar_test(${test}
         SOURCES ${name}.cpp
         LIBRARIES selmar_plugin plugin_test_support Qt5::Widgets
-        LABELS plugin)
+        LABELS plugin
+        # Seconds as it is; with sanitizers and their slow unwinder some take minutes.
+        TIMEOUT 400)
 endforeach()
 
 # The built module, loaded as a host loads it; none of the plugin's objects are linked.

@@ -61,6 +61,7 @@ private slots:
     void tickByMouse();
     void tickByKeyboard();
     void clickBesideTheBoxTicksNothing();
+    void tickIsPaintedAtOnce_data();
     void tickIsPaintedAtOnce();
     void byDebtByMouseAndKeyboard();
     void amountsCannotBeTyped();
@@ -97,6 +98,7 @@ private:
     QList<QImage> pictures() const;
 
     std::unique_ptr<WizardBench> m_bench;
+    std::unique_ptr<SrLServicesPage> m_alone; ///< a page outside of any wizard, in the place of the bench's
 };
 
 void TestSrLServicesPage::useBench(HostDatabase::Parts leftOut)
@@ -107,6 +109,7 @@ void TestSrLServicesPage::useBench(HostDatabase::Parts leftOut)
 
 void TestSrLServicesPage::cleanup()
 {
+    m_alone.reset();
     const QString leftovers = m_bench->leftovers({QStringLiteral("SRDocumentsModel::setData")});
     m_bench.reset();
     QCOMPARE(leftovers, QString());
@@ -287,9 +290,26 @@ void TestSrLServicesPage::clickBesideTheBoxTicksNothing()
     QCOMPARE(total(), QStringLiteral(" | ИТОГО | 1500.00 | 2500.00 | 0.00"));
 }
 
+void TestSrLServicesPage::tickIsPaintedAtOnce_data()
+{
+    QTest::addColumn<bool>("alone");
+    QTest::newRow("in the wizard") << false;
+    // A wizard paints its whole page anew at every completeChanged(); the page does not rely on that.
+    QTest::newRow("page alone") << true;
+}
+
 void TestSrLServicesPage::tickIsPaintedAtOnce()
 {
+    QFETCH(bool, alone);
     m_bench->openServices(twoDocuments());
+    if (alone) {
+        m_bench->wizard()->back();
+        m_alone = std::make_unique<SrLServicesPage>(m_bench->wizard());
+        m_alone->initializePage();
+        m_alone->setParent(nullptr);
+        m_alone->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_alone.get()));
+    }
     table()->setFocus();
     table()->setCurrentIndex(table()->model()->index(Total, 0));
     QCoreApplication::processEvents();

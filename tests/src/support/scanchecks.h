@@ -32,8 +32,6 @@ struct ScanChecks
             {"Enter of the number block", {Qt::Key_Enter}},
             {"Tab", {Qt::Key_Tab}},
             {"two Enters", {Qt::Key_Return, Qt::Key_Return}},
-            {"four Enters", {Qt::Key_Return, Qt::Key_Return, Qt::Key_Return, Qt::Key_Return}},
-            {"Enter and Tab", {Qt::Key_Return, Qt::Key_Tab}},
             {"Tab and Enter", {Qt::Key_Tab, Qt::Key_Return}},
         };
         const struct

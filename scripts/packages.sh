@@ -1,0 +1,56 @@
+# Debian packages that the build and the tests need; sourced by run.sh and test.sh.
+
+SELMAR_BUILD_PACKAGES=(
+    g++ cmake ninja-build ccache pkg-config
+    qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools
+    qttranslations5-l10n libqt5sql5-sqlite libqrencode-dev libzxing-dev librabbitmq-dev fonts-dejavu-core
+)
+# The tests look at the pages of written PDF files.
+# A message broker is started by the tests of the bus, with certificates of their own making.
+# Properties are checked with values that a library makes up and shrinks.
+SELMAR_TEST_PACKAGES=(poppler-utils librapidcheck-dev rabbitmq-server openssl)
+# The fuzzing engine, only for scripts/fuzz.sh.
+SELMAR_FUZZ_PACKAGES=(clang libclang-rt-14-dev)
+
+# Prints those of the named packages that are not installed, one per line.
+missing_packages() {
+    local package status
+    for package in "$@"; do
+        # A name that another package provides counts as well (pkg-config comes from pkgconf).
+        status=$(dpkg-query -W -f '${db:Status-Abbrev}' "$package" 2>/dev/null || true)
+        case "$status" in
+            *ii*) ;;
+            *) [ "$package" = pkg-config ] && command -v pkg-config >/dev/null || echo "$package" ;;
+        esac
+    done
+}
+
+# Installs what is missing of the named packages; does nothing, and touches no network, when all are there.
+ensure_packages() {
+    local missing elevate=()
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        echo "Пакеты не проверены: это не Debian. Нужны: $*" >&2
+        return 0
+    fi
+    mapfile -t missing < <(missing_packages "$@")
+    [ "${#missing[@]}" -eq 0 ] && return 0
+
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "Не хватает пакетов: ${missing[*]}" >&2
+            echo "Для их установки нужен root, а sudo здесь нет. Попросите администратора выполнить:" >&2
+            echo "    apt-get install --no-install-recommends ${missing[*]}" >&2
+            return 1
+        fi
+        elevate=(sudo)
+        # Without a terminal nobody can answer the question for a password.
+        [ -t 0 ] || elevate=(sudo -n)
+    fi
+    echo "Устанавливаются пакеты: ${missing[*]}" >&2
+    if ! { "${elevate[@]}" apt-get update -q &&
+           "${elevate[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"; } >&2
+    then
+        echo "Пакеты не установились: ${missing[*]}. Причина в строках apt-get выше." >&2
+        return 1
+    fi
+}

@@ -1,0 +1,89 @@
+#include "commandline.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+[[noreturn]] void refuse(const QString &text)
+{
+    std::fprintf(stderr, "%s\nСправка: selmar-terminal --help\n", qUtf8Printable(text));
+    std::exit(2);
+}
+
+CommandLine::Demo demoOf(const QString &name)
+{
+    if (name == QLatin1String("individual"))
+        return CommandLine::Demo::Individual;
+    if (name == QLatin1String("legal"))
+        return CommandLine::Demo::Legal;
+    refuse(
+        QStringLiteral(
+            "Показа «%1» нет. Есть два: individual (физическое лицо) и legal (юридическое лицо).")
+            .arg(name));
+}
+
+} // namespace
+
+CommandLine CommandLine::parse(const QStringList &arguments)
+{
+    const QCommandLineOption data(QStringLiteral("data"),
+                                  QStringLiteral("Папка данных рабочего места; без ключа — папка "
+                                                 "данных пользователя, у показа — временная."),
+                                  QStringLiteral("папка"));
+    const QCommandLineOption plugin(
+        QStringLiteral("plugin"),
+        QStringLiteral(
+            "Файл модуля; без ключа — модуль, собранный или установленный вместе с программой."),
+        QStringLiteral("файл"));
+    const QCommandLineOption demo(
+        QStringLiteral("demo"),
+        QStringLiteral("Провести целый платёж самой и выйти: individual — физическое лицо, legal — "
+                       "юридическое. "
+                       "Код выхода 0, только если все суммы и счётчики сошлись."),
+        QStringLiteral("кто"));
+    const QCommandLineOption out(
+        QStringLiteral("out"), QStringLiteral("Куда показ складывает картинки, чек, пачку и итог."),
+        QStringLiteral("папка"));
+    const QCommandLineOption visible(QStringLiteral("visible"),
+                                     QStringLiteral("Показ на экране, а не за кадром."));
+    const QCommandLineOption slow(QStringLiteral("slow"),
+                                  QStringLiteral("Пауза между шагами показа."),
+                                  QStringLiteral("мс"), QStringLiteral("0"));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Образцовое рабочее место кассира: принимает платежи через подключаемый модуль."));
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    parser.addOptions({data, plugin, demo, out, visible, slow});
+    if (!parser.parse(arguments))
+        refuse(parser.errorText());
+    if (parser.isSet(help))
+        parser.showHelp();
+    if (parser.isSet(version))
+        parser.showVersion();
+    if (!parser.positionalArguments().isEmpty())
+        refuse(
+            QStringLiteral("Лишнее слово: «%1».").arg(parser.positionalArguments().constFirst()));
+
+    CommandLine result;
+    result.dataFolder = parser.value(data);
+    result.pluginFile = parser.value(plugin);
+    if (parser.isSet(demo))
+        result.demo = demoOf(parser.value(demo));
+    result.outFolder = parser.value(out);
+    result.visible = parser.isSet(visible);
+    bool ok = false;
+    result.pause = parser.value(slow).toInt(&ok);
+    if (!ok || result.pause < 0 || result.pause > 60000)
+        refuse(QStringLiteral("Пауза «%1» не годится: нужно целое число миллисекунд от 0 до 60000.")
+                   .arg(parser.value(slow)));
+    if ((parser.isSet(out) || parser.isSet(slow) || result.visible) && result.demo == Demo::None)
+        refuse(
+            QStringLiteral("Ключи --out, --slow и --visible имеют смысл только вместе с --demo."));
+    return result;
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// What the terminal was started with.
+struct CommandLine
+{
+    enum class Demo { None, Individual, Legal };
+
+    QString dataFolder; ///< empty: not given
+    QString pluginFile; ///< empty: not given
+    Demo demo = Demo::None;
+    QString outFolder; ///< empty: the demo leaves no files
+    bool visible = false;
+    int pause = 0; ///< milliseconds between the demo's steps
+
+    /// Ends the program for --help and --version, and with a message for what it does not
+    /// understand.
+    static CommandLine parse(const QStringList &arguments);
+};

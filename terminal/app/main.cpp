@@ -1,0 +1,137 @@
+#include "applicationsetup.h"
+#include "commandline.h"
+#include "terminalcontext.h"
+#include "tracelog.h"
+
+#include <recovery/privatedata.h>
+#include <scenario/individualdemo.h>
+#include <scenario/legaldemo.h>
+#include <ui/mainwindow.h>
+#include <ui/recoverydialog.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QVector>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+enum ExitCode { Ok = 0, PaymentDisagrees = 1, CannotStart = 3 };
+
+bool hasScreen()
+{
+    return QApplication::platformName() != QLatin1String("offscreen");
+}
+
+/// Asked before QApplication exists: a demo that nobody watches and the help run on machines
+/// without a screen.
+bool needsNoScreen(int argc, char *argv[])
+{
+    bool demo = false;
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray argument(argv[i]);
+        if (argument == "--visible")
+            return false;
+        demo = demo || argument.startsWith("--demo") || argument.startsWith("--help")
+            || argument == "--version" || argument == "-h" || argument == "-v";
+    }
+    return demo;
+}
+
+int cannotStart(const QString &error)
+{
+    std::fprintf(stderr, "%s\n", qUtf8Printable(error));
+    if (hasScreen())
+        QMessageBox::critical(nullptr, QStringLiteral("Рабочее место не открылось"), error);
+    return CannotStart;
+}
+
+int runDemo(const CommandLine &commandLine, TerminalContext &context, MainWindow &window)
+{
+    if (!context.pluginHost().isLoaded()) {
+        const QStringList reasons{context.pluginHost().error(), context.pluginHost().details()};
+        return cannotStart(reasons.join(QLatin1Char('\n')).trimmed());
+    }
+    const DemoRun::Options options{commandLine.outFolder, commandLine.pause};
+    if (commandLine.demo == CommandLine::Demo::Individual) {
+        IndividualDemo demo(context, window, options);
+        return demo.run() ? Ok : PaymentDisagrees;
+    }
+    LegalDemo demo(context, window, options);
+    return demo.run() ? Ok : PaymentDisagrees;
+}
+
+int run(QApplication &application, const QStringList &ownArguments)
+{
+    const ApplicationSetup setup(application);
+    const CommandLine commandLine = CommandLine::parse(QApplication::arguments() + ownArguments);
+    if (!setup.warning().isEmpty())
+        std::fprintf(stderr, "%s\n", qUtf8Printable(setup.warning()));
+
+    const bool demo = commandLine.demo != CommandLine::Demo::None;
+    std::unique_ptr<QTemporaryDir> temporary;
+    QString dataFolder = commandLine.dataFolder;
+    if (dataFolder.isEmpty() && demo) {
+        temporary = std::make_unique<QTemporaryDir>();
+        if (!temporary->isValid())
+            return cannotStart(QStringLiteral("Временную папку создать не удалось: %1")
+                                   .arg(temporary->errorString()));
+        dataFolder = temporary->path();
+    } else if (dataFolder.isEmpty()) {
+        dataFolder = ApplicationSetup::defaultDataFolder();
+    }
+
+    // The trace outlives everything that writes to it, the plugin's farewell included.
+    const QString traceFolder =
+        demo && !commandLine.outFolder.isEmpty() ? commandLine.outFolder : dataFolder;
+    const TraceLog trace(QDir(traceFolder).filePath(QStringLiteral("trace.log")));
+    QString error;
+    const std::unique_ptr<TerminalContext> context = TerminalContext::open(dataFolder, &error);
+    if (!context)
+        return cannotStart(error);
+    const QString plugin = commandLine.pluginFile.isEmpty() ? ApplicationSetup::defaultPluginFile()
+                                                            : commandLine.pluginFile;
+    // The terminal opens without the plugin too: the journal is there, and the page about it says
+    // what is wrong.
+    context->loadPlugin(plugin, setup.inputFont());
+
+    MainWindow window(*context);
+    window.show();
+    if (demo)
+        return runDemo(commandLine, *context, window);
+    RecoveryDialog::offerAtStart(*context, &window);
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    PrivateData::hardenProcess();
+    if (needsNoScreen(argc, argv) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Qt has an option of the same name for plugins of its own and would swallow ours.
+    QStringList ownArguments;
+    QVector<char *> qtArguments;
+    for (int i = 0; i < argc; ++i) {
+        const QByteArray argument(argv[i]);
+        const bool own = argument == "--plugin" || argument.startsWith("--plugin=");
+        const int last = argument == "--plugin" && i + 1 < argc ? i + 1 : i;
+        for (; i <= last; ++i) {
+            if (own)
+                ownArguments.append(QFile::decodeName(argv[i]));
+            else
+                qtArguments.append(argv[i]);
+        }
+        --i;
+    }
+    int qtCount = qtArguments.size();
+    qtArguments.append(nullptr);
+    QApplication application(qtCount, qtArguments.data());
+    return run(application, ownArguments);
+}

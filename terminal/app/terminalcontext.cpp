@@ -1,0 +1,131 @@
+#include "terminalcontext.h"
+
+#include <billing/billingendpoint.h>
+#include <hostdata/hostdataseeder.h>
+#include <payments/payscontrollerwrapper.h>
+#include <plugin/frhandlerlink.h>
+#include <recovery/privatedata.h>
+
+#include <molvacore/appsession.h>
+#include <molvacore/boxinfocontroller.h>
+#include <molvacore/dbconnector.h>
+#include <molvacore/providerscontroller.h>
+#include <molvacore/userscontroller.h>
+
+#include <QDir>
+
+namespace {
+
+QString fileIn(const QString &folder, const char *name)
+{
+    return QDir(folder).filePath(QLatin1String(name));
+}
+
+} // namespace
+
+std::unique_ptr<TerminalContext> TerminalContext::open(const QString &dataFolder, QString *error)
+{
+    if (!PrivateData::closeFolder(dataFolder)) {
+        *error = tr("Папку данных «%1» создать не удалось или не удалось закрыть её от других "
+                    "пользователей. Проверьте путь и права на запись.")
+                     .arg(QDir::toNativeSeparators(dataFolder));
+        return nullptr;
+    }
+    std::unique_ptr<TerminalContext> context(new TerminalContext(QDir(dataFolder).absolutePath()));
+    if (!context->m_lock.tryLock(0)) {
+        *error = tr("Папкой данных «%1» уже пользуется другое открытое рабочее место. "
+                    "Закройте его или укажите другую папку ключом --data.")
+                     .arg(QDir::toNativeSeparators(dataFolder));
+        return nullptr;
+    }
+    if (!context->openStores(error) || !context->readHostData(error))
+        return nullptr;
+
+    BillingEndpoint::attach(context->m_bus, context->m_billingService);
+    context->m_register = std::make_unique<EmulatedRegister>(context->m_fiscalJournal);
+    context->m_paysController =
+        std::make_unique<PaysController>(context->m_payments, context->m_box.boxId());
+    context->m_paysController->follow(context->m_bus);
+    context->makeReconciler();
+    context->m_charges.follow(*CardChargeLog::instance());
+    context->m_paysController->outbox().start(context->m_bus);
+    return context;
+}
+
+void TerminalContext::makeReconciler()
+{
+    const auto billingKnows = [this](qint64 packId) -> std::optional<bool> {
+        if (!m_billing.isOpen())
+            return std::nullopt;
+        return m_billing.hasPack(QString::number(packId));
+    };
+    m_reconciler = std::make_unique<PaymentReconciler>(
+        PaymentReconciler::Sources{m_charges, m_fiscalJournal, m_payments, *m_paysController,
+                                   billingKnows},
+        PackRebuilder(m_providers, m_box.currency()));
+    m_reconciler->follow(*m_register);
+}
+
+TerminalContext::TerminalContext(const QString &dataFolder)
+    : m_dataFolder(dataFolder),
+      m_lock(fileIn(dataFolder, "terminal.lock")),
+      m_billingService(m_billing)
+{
+    // The lock of a workstation that was killed is recognised by its process, not by its age.
+    m_lock.setStaleLockTime(0);
+}
+
+TerminalContext::~TerminalContext()
+{
+    m_pluginHost.unload();
+}
+
+bool TerminalContext::loadPlugin(const QString &file, const QFont &inputFont)
+{
+    if (!m_pluginHost.load(file))
+        return false;
+    m_pluginHost.wire(inputFont, m_box, m_bus, std::make_unique<FrHandlerLink>(*m_register),
+                      std::make_unique<PaysControllerWrapper>(m_paysController.get()));
+    return true;
+}
+
+bool TerminalContext::openStores(QString *error)
+{
+    if (!m_billing.open(fileIn(m_dataFolder, "billing.sqlite"))) {
+        *error = m_billing.lastError();
+        return false;
+    }
+    if (!m_fiscalJournal.open(fileIn(m_dataFolder, "fiscal.sqlite"))) {
+        *error = m_fiscalJournal.lastError();
+        return false;
+    }
+    if (!m_payments.open(fileIn(m_dataFolder, "payments.sqlite"))) {
+        *error = m_payments.lastError();
+        return false;
+    }
+    if (!m_charges.open(fileIn(m_dataFolder, "charges.sqlite"))) {
+        *error = m_charges.lastError();
+        return false;
+    }
+    return true;
+}
+
+bool TerminalContext::readHostData(QString *error)
+{
+    DbConnector::setDatabaseFile(fileIn(m_dataFolder, "host.sqlite"));
+    DbConnector db;
+    if (!db.isOpen()) {
+        *error = db.lastError();
+        return false;
+    }
+    HostDataSeeder seeder;
+    if (!seeder.seed(error))
+        return false;
+
+    m_box = BoxInfoController(db).boxInfo(true);
+    const QList<Provider> providers = ProvidersController(db).providers();
+    m_providers = QVector<Provider>(providers.cbegin(), providers.cend());
+    if (!UsersController(db).getUserFullName(AppSession::currentSession(), m_cashier))
+        m_cashier.clear();
+    return true;
+}

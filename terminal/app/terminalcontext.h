@@ -1,0 +1,82 @@
+#pragma once
+
+#include <billing/billingdatabase.h>
+#include <billing/billingservice.h>
+#include <bus/inprocessbus.h>
+#include <fiscal/emulatedregister.h>
+#include <fiscal/fiscaljournal.h>
+#include <payments/chargejournal.h>
+#include <payments/paymentsstore.h>
+#include <payments/payscontroller.h>
+#include <plugin/pluginhost.h>
+#include <recovery/paymentreconciler.h>
+
+#include <molvacore/boxinfo.h>
+#include <molvacore/provider.h>
+
+#include <QFont>
+#include <QLockFile>
+#include <QObject>
+#include <QString>
+#include <QVector>
+
+#include <memory>
+
+/// One cashier's workstation: its databases, bus, register, payments and plugin, put together and
+/// taken apart in order.
+///
+/// Everything lives in one data folder, which belongs to one running workstation at a time.
+class TerminalContext final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Opens the folder, closes it to other users, creates what is missing in it with sample data,
+    /// and sends again the payments that an earlier run could not post. Null, with a Russian text, when anything of
+    /// this fails; files that were there stay as they were.
+    static std::unique_ptr<TerminalContext> open(const QString &dataFolder, QString *error);
+    ~TerminalContext() override;
+
+    /// Loads the plugin and wires it to this workstation. False: see pluginHost() for the reason.
+    bool loadPlugin(const QString &file, const QFont &inputFont);
+
+    QString dataFolder() const { return m_dataFolder; }
+    BoxInfo box() const { return m_box; }
+    /// Full name of the cashier of the current session; empty when unknown.
+    QString cashier() const { return m_cashier; }
+    /// The host's catalogue, in its order.
+    QVector<Provider> providers() const { return m_providers; }
+
+    PluginHost &pluginHost() { return m_pluginHost; }
+    InProcessBus &bus() { return m_bus; }
+    EmulatedRegister &fiscalRegister() { return *m_register; }
+    FiscalJournal &fiscalJournal() { return m_fiscalJournal; }
+    BillingDatabase &billing() { return m_billing; }
+    PaysController &paysController() { return *m_paysController; }
+    PaymentsStore &payments() { return m_payments; }
+    ChargeJournal &charges() { return m_charges; }
+    PaymentReconciler &reconciler() { return *m_reconciler; }
+
+private:
+    explicit TerminalContext(const QString &dataFolder);
+    bool openStores(QString *error);
+    bool readHostData(QString *error);
+    void makeReconciler();
+
+    // Declared in the order of dependence: what stands below uses what stands above and goes first.
+    QString m_dataFolder;
+    QLockFile m_lock;
+    BoxInfo m_box;
+    QString m_cashier;
+    QVector<Provider> m_providers;
+    BillingDatabase m_billing;
+    FiscalJournal m_fiscalJournal;
+    PaymentsStore m_payments;
+    ChargeJournal m_charges;
+    BillingService m_billingService;
+    InProcessBus m_bus;
+    std::unique_ptr<EmulatedRegister> m_register;
+    std::unique_ptr<PaysController> m_paysController;
+    std::unique_ptr<PaymentReconciler> m_reconciler;
+    PluginHost m_pluginHost;
+};

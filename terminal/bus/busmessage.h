@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QMetaType>
+#include <QString>
+#include <QVariantMap>
+
+/// One message as it crossed the bus, for a log or a window that shows the traffic.
+struct BusMessage
+{
+    enum class Direction { Outgoing, Incoming };
+
+    Direction direction = Direction::Outgoing;
+    QDateTime time;
+    /// Destination of an outgoing message, "msgType" of an incoming one.
+    QString address;
+    QVariantMap headers;
+    /// JSON text in UTF-8, byte for byte as it crossed. Empty when the data could not be turned
+    /// into JSON.
+    QByteArray body;
+};
+
+Q_DECLARE_METATYPE(BusMessage)

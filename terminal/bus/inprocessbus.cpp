@@ -1,0 +1,107 @@
+#include <bus/inprocessbus.h>
+
+#include <bus/wiretext.h>
+
+#include <QTimer>
+
+#include <utility>
+
+InProcessBus::InProcessBus(QObject *parent) : MessageBus(parent) {}
+
+InProcessBus::~InProcessBus() = default;
+
+void InProcessBus::serve(const QString &destination, Handler handler)
+{
+    m_handlers.insert(destination, std::move(handler));
+}
+
+void InProcessBus::withdraw(const QString &destination)
+{
+    m_handlers.remove(destination);
+}
+
+void InProcessBus::setDelay(int milliseconds)
+{
+    m_delay = qMax(0, milliseconds);
+}
+
+void InProcessBus::setConnected(bool connected)
+{
+    if (connected == m_connected)
+        return;
+    m_connected = connected;
+    emit stateChanged(connected);
+    if (!connected)
+        return;
+    const QVector<Answer> held = std::exchange(m_held, {});
+    for (const Answer &late : held)
+        QTimer::singleShot(0, this, [this, late] { answer(late); });
+}
+
+bool InProcessBus::connected() const
+{
+    return m_connected;
+}
+
+QString InProcessBus::stateText() const
+{
+    return m_connected ? QStringLiteral("Связь с процессингом есть (внутри программы)")
+                       : QStringLiteral("Связи с процессингом нет");
+}
+
+void InProcessBus::sendMessage(const QString &destination, const QVariant &data)
+{
+    QString error;
+    const std::optional<QByteArray> body = WireText::encode(data, &error);
+    emit traffic({BusMessage::Direction::Outgoing,
+                  QDateTime::currentDateTime(),
+                  destination,
+                  {},
+                  body.value_or(QByteArray())});
+    if (!body) {
+        QTimer::singleShot(0, this, [=] { emit refused(destination, data, error); });
+        return;
+    }
+    QTimer::singleShot(m_delay, this, [this, destination, data, text = *body] {
+        arrive(destination, data, text);
+    });
+}
+
+void InProcessBus::arrive(const QString &destination, const QVariant &data, const QByteArray &body)
+{
+    if (!m_connected) {
+        emit refused(destination, data,
+                     QStringLiteral("Связи с процессингом нет. Сообщение будет отправлено позже."));
+        return;
+    }
+    const Handler handler = m_handlers.value(destination);
+    if (!handler) {
+        emit refused(destination, data,
+                     QStringLiteral("Адрес «%1» никто не обслуживает. Обратитесь в поддержку.")
+                         .arg(destination));
+        return;
+    }
+    QString error;
+    const std::optional<QVariantMap> message = WireText::decode(body, &error);
+    if (!message) {
+        emit refused(destination, data, error);
+        return;
+    }
+    const Outcome outcome = handler(*message);
+    if (outcome.refusal.isEmpty())
+        emit accepted(destination, data);
+    else
+        emit refused(destination, data, outcome.refusal);
+    if (outcome.answer) {
+        const Answer reply = *outcome.answer;
+        QTimer::singleShot(m_delay + reply.delay, this, [this, reply] { answer(reply); });
+    }
+}
+
+void InProcessBus::answer(const Answer &answer)
+{
+    if (m_connected)
+        deliver(answer.headers, answer.body);
+    else
+        m_held.append(answer);
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <bus/messagebus.h>
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <QVariantMap>
+
+#include <functional>
+#include <optional>
+
+/// A bus whose far side lives in this process. Messages still cross as JSON text, so a type that a
+/// wire would lose is lost here too.
+class InProcessBus final : public MessageBus
+{
+    Q_OBJECT
+
+public:
+    struct Answer
+    {
+        QVariantMap headers;
+        QByteArray body;
+        /// On top of the bus's own delay, in milliseconds.
+        int delay = 0;
+    };
+    /// What a service makes of a message. No answer is a legal outcome; an error text refuses the
+    /// message.
+    struct Outcome
+    {
+        QString refusal;
+        std::optional<Answer> answer;
+    };
+    using Handler = std::function<Outcome(const QVariantMap &message)>;
+
+    explicit InProcessBus(QObject *parent = nullptr);
+    ~InProcessBus() override;
+
+    /// Sets who serves a destination; replaces an earlier handler. Handlers run in the event loop,
+    /// one at a time, in the order in which the messages were sent. What a handler refers to must
+    /// outlive the bus or be removed with withdraw().
+    void serve(const QString &destination, Handler handler);
+    void withdraw(const QString &destination);
+
+    /// Time on the way to the service and again on the way back, in milliseconds.
+    void setDelay(int milliseconds);
+    /// A disconnected bus refuses what is sent and delivers answers only after it is connected
+    /// again.
+    void setConnected(bool connected);
+
+    bool connected() const override;
+    QString stateText() const override;
+
+public slots:
+    void sendMessage(const QString &destination, const QVariant &data) override;
+
+private:
+    void arrive(const QString &destination, const QVariant &data, const QByteArray &body);
+    void answer(const Answer &answer);
+
+    QHash<QString, Handler> m_handlers;
+    QVector<Answer> m_held;
+    int m_delay = 0;
+    bool m_connected = true;
+};

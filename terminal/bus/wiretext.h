@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QVariant>
+#include <QVariantMap>
+
+#include <optional>
+
+/// The form in which a message crosses the bus: compact JSON text in UTF-8.
+///
+/// A byte array becomes the text that it holds, an integer stays an integer, an integer beyond 2^53
+/// becomes decimal text (readers that keep numbers as doubles would change its last digits), a time
+/// becomes ISO 8601 text. A value that JSON cannot carry (an object pointer, infinity, bytes that
+/// are not UTF-8) makes encoding fail: a message never crosses altered.
+namespace WireText {
+
+/// `data` must be a map. On failure the result is empty and `error` holds a Russian text that names
+/// the key.
+std::optional<QByteArray> encode(const QVariant &data, QString *error);
+/// On failure the result is empty and `error` holds a Russian text.
+std::optional<QVariantMap> decode(const QByteArray &body, QString *error);
+
+} // namespace WireText

@@ -1,0 +1,332 @@
+#include <payments/paymentsstore.h>
+
+#include <payments/paymentrows.h>
+#include <recovery/faultpoint.h>
+#include <storage/sqlstatement.h>
+
+#include <basixcore/sqlitedatabase.h>
+#include <basixcore/sqlitetransaction.h>
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QVariantList>
+
+namespace {
+
+/// The WHERE clause of a filter and the values that belong to it.
+struct Condition
+{
+    QStringList clauses;
+    QVariantList values;
+
+    explicit Condition(const PaymentFilter &filter)
+    {
+        if (filter.from.isValid())
+            add(QStringLiteral("created >= ?"), PaymentRows::stamp(filter.from));
+        if (filter.until.isValid())
+            add(QStringLiteral("created < ?"), PaymentRows::stamp(filter.until));
+        if (!filter.account.isEmpty())
+            add(QStringLiteral("account = ?"), filter.account);
+        if (filter.state >= 0)
+            add(QStringLiteral("state = ?"), filter.state);
+    }
+    void add(const QString &clause, const QVariant &value)
+    {
+        clauses.append(clause);
+        values.append(value);
+    }
+    QString where() const
+    {
+        return clauses.isEmpty()
+                   ? QString()
+                   : QStringLiteral(" WHERE ") + clauses.join(QStringLiteral(" AND "));
+    }
+    void bindTo(SqlStatement *statement) const
+    {
+        for (const QVariant &value : values)
+            statement->bind(value);
+    }
+};
+
+void passCommitted(PackState state)
+{
+    switch (state) {
+    case PackState::Saved:
+        break;
+    case PackState::HandedOn:
+        FaultPoint::pass(FaultPoint::Place::HandOnAfterCommit);
+        break;
+    case PackState::Posted:
+        FaultPoint::pass(FaultPoint::Place::PostedAfterCommit);
+        break;
+    case PackState::Acknowledged:
+        FaultPoint::pass(FaultPoint::Place::AcknowledgedAfterCommit);
+        break;
+    }
+}
+
+} // namespace
+
+PaymentsStore::PaymentsStore() = default;
+PaymentsStore::~PaymentsStore() = default;
+
+bool PaymentsStore::open(const QString &file)
+{
+    m_database = std::make_unique<basix::SqliteDatabase>();
+    const bool opened = m_database->open(file, PaymentRows::schema());
+    m_error = m_database->lastError();
+    return opened;
+}
+
+bool PaymentsStore::isOpen() const
+{
+    return m_database && m_database->isOpen();
+}
+
+QString PaymentsStore::lastError() const
+{
+    return m_error;
+}
+
+bool PaymentsStore::ready()
+{
+    m_error = isOpen() ? QString() : QStringLiteral("Журнал платежей не открыт.");
+    return isOpen();
+}
+
+bool PaymentsStore::run(SqlStatement &statement)
+{
+    if (statement.run())
+        return true;
+    m_error = statement.error();
+    return false;
+}
+
+bool PaymentsStore::isSamePayment(const PaymentRecord &stored, const PaymentRecord &record)
+{
+    const bool same = stored.recovered && stored.account == record.account
+        && stored.sum == record.sum && stored.cash == record.cash && stored.card == record.card;
+    if (!same) {
+        m_error = QStringLiteral("Пачка № %1 не сохранена: чек № ФД %2 уже принадлежит пачке № %3.")
+                      .arg(QString::number(record.packId), record.fiscalDocument,
+                           QString::number(stored.packId));
+    }
+    return same;
+}
+
+bool PaymentsStore::save(const PaymentRecord &record, const QVariantMap &pack)
+{
+    if (!ready())
+        return false;
+    const QString body = QString::fromUtf8(
+        QJsonDocument(QJsonObject::fromVariantMap(pack)).toJson(QJsonDocument::Compact));
+    basix::SqliteTransaction transaction(*m_database);
+    if (!transaction.isActive()) {
+        m_error = QStringLiteral("Журнал платежей занят: %1").arg(transaction.lastError());
+        return false;
+    }
+    {
+        SqlStatement known(*m_database, QStringLiteral("SELECT body FROM packs WHERE pack_id = ?"));
+        known.bind(record.packId);
+        if (!run(known))
+            return false;
+        if (known.next()) {
+            if (known.text(0) == body)
+                return true;
+            m_error = QStringLiteral("Пачка № %1 не сохранена: под этим номером уже есть другая.")
+                          .arg(record.packId);
+            return false;
+        }
+    }
+    if (!record.fiscalDocument.isEmpty()) {
+        const auto other =
+            packOfReceipt(record.fiscalStorage, record.fiscalDocument.toLongLong());
+        if (other || !m_error.isEmpty())
+            return other && isSamePayment(*other, record);
+    }
+    {
+        SqlStatement insert(
+            *m_database, QStringLiteral("INSERT INTO packs (pack_id, state, created, provider_id, "
+                                        "provider_name, account, sum, cash, card, "
+                                        "fiscal_storage, fiscal_document, fiscal_sign, saved, "
+                                        "recovered, body) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
+                                        "?, ?, ?, ?, ?)"));
+        insert.bind(record.packId)
+            .bind(static_cast<int>(PackState::Saved))
+            .bind(PaymentRows::stamp(record.created));
+        insert.bind(record.providerId)
+            .bind(record.providerName)
+            .bind(record.account)
+            .bind(record.sum.value());
+        insert.bind(record.cash.value()).bind(record.card.value()).bind(record.fiscalStorage);
+        insert.bind(record.fiscalDocument)
+            .bind(record.fiscalSign)
+            .bind(PaymentRows::stamp(QDateTime::currentDateTimeUtc()));
+        insert.bind(record.recovered ? 1 : 0).bind(body);
+        if (!run(insert))
+            return false;
+    }
+    FaultPoint::pass(FaultPoint::Place::PackBeforeCommit);
+    if (transaction.commit()) {
+        FaultPoint::pass(FaultPoint::Place::PackAfterCommit);
+        return true;
+    }
+    m_error = QStringLiteral("Пачка № %1 не сохранена: %2")
+                  .arg(QString::number(record.packId), transaction.lastError());
+    return false;
+}
+
+bool PaymentsStore::advance(qint64 packId, PackState state)
+{
+    if (!ready())
+        return false;
+    SqlStatement move(*m_database,
+                      QStringLiteral("UPDATE packs SET state = ?, %1 = ?, last_error = '' "
+                                     "WHERE pack_id = ? AND state < ?")
+                          .arg(PaymentRows::timeColumn(state)));
+    move.bind(static_cast<int>(state)).bind(PaymentRows::stamp(QDateTime::currentDateTimeUtc())).bind(packId);
+    move.bind(static_cast<int>(state));
+    if (state == PackState::HandedOn)
+        FaultPoint::pass(FaultPoint::Place::HandOnBeforeCommit);
+    if (state == PackState::Acknowledged)
+        FaultPoint::pass(FaultPoint::Place::AcknowledgedBeforeCommit);
+    if (!run(move))
+        return false;
+    passCommitted(state);
+    if (move.changedRows() > 0 || record(packId))
+        return true;
+    if (m_error.isEmpty())
+        m_error = QStringLiteral("Пачки № %1 нет в журнале платежей.").arg(packId);
+    return false;
+}
+
+bool PaymentsStore::setLastError(qint64 packId, const QString &error)
+{
+    if (!ready())
+        return false;
+    SqlStatement note(*m_database,
+                      QStringLiteral("UPDATE packs SET last_error = ? WHERE pack_id = ?"));
+    note.bind(error).bind(packId);
+    return run(note) && note.changedRows() > 0;
+}
+
+std::optional<PaymentRecord> PaymentsStore::record(qint64 packId)
+{
+    if (!ready())
+        return std::nullopt;
+    SqlStatement find(*m_database,
+                      QStringLiteral("SELECT %1 FROM packs WHERE pack_id = ?").arg(PaymentRows::columns()));
+    find.bind(packId);
+    if (!run(find) || !find.next())
+        return std::nullopt;
+    return PaymentRows::read(find);
+}
+
+QVector<PaymentRecord> PaymentsStore::select(const QString &rest, const QVariantList &values)
+{
+    QVector<PaymentRecord> result;
+    if (!ready())
+        return result;
+    SqlStatement rows(*m_database,
+                      QStringLiteral("SELECT %1 FROM packs %2").arg(PaymentRows::columns(), rest));
+    for (const QVariant &value : values)
+        rows.bind(value);
+    if (!run(rows))
+        return result;
+    while (rows.next())
+        result.append(PaymentRows::read(rows));
+    return result;
+}
+
+std::optional<PaymentRecord> PaymentsStore::packOfReceipt(const QString &storage, qint64 document)
+{
+    const QVector<PaymentRecord> found = packsOfReceipts(storage, document, document);
+    return found.isEmpty() ? std::nullopt : std::make_optional(found.constFirst());
+}
+
+QVector<PaymentRecord> PaymentsStore::packsOfReceipts(const QString &storage, qint64 first,
+                                                      qint64 last)
+{
+    return select(QStringLiteral("WHERE fiscal_storage = ? AND CAST(fiscal_document AS INTEGER) "
+                                 "BETWEEN ? AND ? ORDER BY sequence"),
+                  {storage, first, last});
+}
+
+QVector<PaymentRecord> PaymentsStore::packsWithoutReceipt(const QString &storage)
+{
+    return select(QStringLiteral("WHERE fiscal_storage = '' OR (fiscal_storage <> ? AND state < ?) "
+                                 "ORDER BY sequence"),
+                  {storage, static_cast<int>(PackState::Acknowledged)});
+}
+
+QVector<qint64> PaymentsStore::unacknowledged()
+{
+    QVector<qint64> result;
+    if (!ready())
+        return result;
+    SqlStatement rows(
+        *m_database, QStringLiteral("SELECT pack_id FROM packs WHERE state = ? ORDER BY sequence"));
+    rows.bind(static_cast<int>(PackState::Posted));
+    if (!run(rows))
+        return result;
+    while (rows.next())
+        result.append(rows.number(0));
+    return result;
+}
+
+std::optional<QVariantMap> PaymentsStore::pack(qint64 packId)
+{
+    if (!ready())
+        return std::nullopt;
+    SqlStatement find(*m_database, QStringLiteral("SELECT body FROM packs WHERE pack_id = ?"));
+    find.bind(packId);
+    if (!run(find) || !find.next())
+        return std::nullopt;
+    return QJsonDocument::fromJson(find.text(0).toUtf8()).object().toVariantMap();
+}
+
+QVector<qint64> PaymentsStore::unposted()
+{
+    QVector<qint64> result;
+    if (!ready())
+        return result;
+    SqlStatement rows(
+        *m_database, QStringLiteral("SELECT pack_id FROM packs WHERE state < ? ORDER BY sequence"));
+    rows.bind(static_cast<int>(PackState::Posted));
+    if (!run(rows))
+        return result;
+    while (rows.next())
+        result.append(rows.number(0));
+    return result;
+}
+
+QVector<PaymentRecord> PaymentsStore::records(const PaymentFilter &filter, int offset, int limit)
+{
+    QVector<PaymentRecord> result;
+    if (!ready())
+        return result;
+    const Condition condition(filter);
+    SqlStatement rows(
+        *m_database,
+        QStringLiteral(
+            "SELECT %1 FROM packs%2 ORDER BY created DESC, sequence DESC LIMIT ? OFFSET ?")
+            .arg(PaymentRows::columns(), condition.where()));
+    condition.bindTo(&rows);
+    rows.bind(limit).bind(offset);
+    if (!run(rows))
+        return result;
+    while (rows.next())
+        result.append(PaymentRows::read(rows));
+    return result;
+}
+
+int PaymentsStore::count(const PaymentFilter &filter)
+{
+    if (!ready())
+        return 0;
+    const Condition condition(filter);
+    SqlStatement rows(*m_database,
+                      QStringLiteral("SELECT count(*) FROM packs%1").arg(condition.where()));
+    condition.bindTo(&rows);
+    return run(rows) && rows.next() ? int(rows.number(0)) : 0;
+}

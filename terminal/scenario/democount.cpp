@@ -1,0 +1,78 @@
+#include "democount.h"
+
+#include <app/terminalcontext.h>
+
+#include <molvacore/cardchargelog.h>
+#include <molvacore/fiscaltag.h>
+
+DemoCount DemoCount::now(TerminalContext &context)
+{
+    DemoCount count;
+    count.charged = CardChargeLog::total().value();
+    count.receiptTotal = context.fiscalJournal().receiptTotal();
+    count.receipts = context.fiscalJournal().receiptCount();
+    count.saved = context.payments().count(PaymentFilter());
+    count.posted = context.billing().packCount();
+    return count;
+}
+
+DemoCount DemoCount::since(const DemoCount &before) const
+{
+    DemoCount difference;
+    difference.charged = charged - before.charged;
+    difference.receiptTotal = receiptTotal - before.receiptTotal;
+    difference.receipts = receipts - before.receipts;
+    difference.saved = saved - before.saved;
+    difference.posted = posted - before.posted;
+    return difference;
+}
+
+DemoVerdict::DemoVerdict(TerminalContext &context, const DemoCount &count) : m_count(count)
+{
+    expect(QStringLiteral("чеков в журнале кассы"), 1, count.receipts);
+    expect(QStringLiteral("пачек в хранилище платежей"), 1, count.saved);
+    expect(QStringLiteral("пачек, принятых биллингом"), 1, count.posted);
+    if (count.saved < 1)
+        return;
+
+    const PaymentRecord pack = context.payments().records(PaymentFilter(), 0, 1).value(0);
+    m_packId = pack.packId;
+    m_fiscalNumber = pack.fiscalDocument.toLongLong();
+    m_amount = pack.sum.value();
+    m_cash = pack.cash.value();
+    m_card = pack.card.value();
+    expect(QStringLiteral("наличными и картой вместе, против суммы пачки"), m_amount,
+           m_cash + m_card);
+    expect(QStringLiteral("списано с карты, против пачки"), m_card, count.charged);
+    expect(QStringLiteral("сумма чека, против пачки"), m_amount, count.receiptTotal);
+
+    const auto receipt = context.fiscalJournal().record(m_fiscalNumber);
+    const QVariantMap document = receipt ? receipt->document : QVariantMap();
+    expect(QStringLiteral("наличными в чеке"), m_cash,
+           document.value(FiscalTag::key(FiscalTag::CashSum)).toLongLong());
+    expect(QStringLiteral("безналичными в чеке"), m_card,
+           document.value(FiscalTag::key(FiscalTag::CashlessSum)).toLongLong());
+
+    qint64 taken = 0;
+    const QString id = QString::number(m_packId);
+    for (const TakenPayment &payment : context.billing().takenPayments(id))
+        taken += payment.sum;
+    expect(QStringLiteral("сумма, принятая биллингом"), m_amount, taken);
+    expect(QStringLiteral("та же пачка у биллинга"), 1, context.billing().hasPack(id) ? 1 : 0);
+}
+
+QJsonObject DemoVerdict::summary() const
+{
+    return {
+        {QStringLiteral("charged"), m_count.charged},   {QStringLiteral("cash"), m_cash},
+        {QStringLiteral("receipts"), m_count.receipts}, {QStringLiteral("saved"), m_count.saved},
+        {QStringLiteral("posted"), m_count.posted},     {QStringLiteral("amount"), m_amount}};
+}
+
+void DemoVerdict::expect(const QString &what, qint64 expected, qint64 found)
+{
+    if (expected != found) {
+        m_disagreements.append(QStringLiteral("%1: ожидалось %2, найдено %3")
+                                   .arg(what, QString::number(expected), QString::number(found)));
+    }
+}

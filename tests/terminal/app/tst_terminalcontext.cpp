@@ -1,0 +1,170 @@
+#include <app/terminalcontext.h>
+
+#include <hostdata/hostdataseeder.h>
+#include <molvacore/appsession.h>
+#include <molvacore/payment.h>
+#include <molvacore/paypack.h>
+#include <molvacore/providerparameter.h>
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+std::unique_ptr<TerminalContext> opened(const QTemporaryDir &folder)
+{
+    QString error;
+    auto context = TerminalContext::open(folder.path(), &error);
+    if (!context)
+        qWarning("%s", qPrintable(error));
+    return context;
+}
+
+/// A pack that pays 12.50 in cash into the ordinary sample account.
+PayPack somePack(const TerminalContext &context)
+{
+    Payment payment;
+    payment.setProviderData(context.providers().constFirst(), true);
+    payment.setAccount(SampleNumber::ORDINARY);
+    payment.setCurrencyId(643);
+    payment.setSumm(basix::FixNumber(100, 1250));
+    PayPack pack;
+    pack.addPayment(payment);
+    pack.addCashOperations(payment.summ(), context.box().currency());
+    return pack;
+}
+
+} // namespace
+
+class TestTerminalContext : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void newFolderIsFilledWithAWorkstation()
+    {
+        QTemporaryDir folder;
+        const auto context = opened(folder);
+        QVERIFY(context);
+        QVERIFY(context->box().isValid());
+        QVERIFY(!context->cashier().isEmpty());
+        QList<qint64> ids;
+        for (const Provider &provider : context->providers())
+            ids.append(provider.id());
+        QCOMPARE(
+            ids,
+            QList<qint64>({HostDataSeeder::PROVIDER_INDIVIDUAL, HostDataSeeder::PROVIDER_LEGAL}));
+        QVERIFY(context->bus().connected());
+        QVERIFY(!context->pluginHost().isLoaded());
+    }
+
+    void secondWorkstationOnTheSameFolderIsRefused()
+    {
+        QTemporaryDir folder;
+        const auto context = opened(folder);
+        QVERIFY(context);
+        QString error;
+        QVERIFY(!TerminalContext::open(folder.path(), &error));
+        QVERIFY2(error.contains(QStringLiteral("другое открытое рабочее место")),
+                 qPrintable(error));
+    }
+
+    void folderThatCannotBeMadeIsRefused()
+    {
+        QTemporaryDir folder;
+        QFile file(folder.filePath(QStringLiteral("file")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QString error;
+        QVERIFY(!TerminalContext::open(folder.filePath(QStringLiteral("file/data")), &error));
+        QVERIFY2(error.contains(QStringLiteral("создать не удалось")), qPrintable(error));
+    }
+
+    void damagedStoreIsRefusedAndKept_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const char *name :
+             {"billing.sqlite", "fiscal.sqlite", "payments.sqlite", "host.sqlite"})
+            QTest::newRow(name) << QString::fromLatin1(name);
+    }
+
+    void damagedStoreIsRefusedAndKept()
+    {
+        QFETCH(QString, name);
+        QTemporaryDir folder;
+        const QByteArray garbage("no database at all, but somebody's only copy of something");
+        QFile file(folder.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(garbage);
+        file.close();
+
+        QString error;
+        QVERIFY(!TerminalContext::open(folder.path(), &error));
+        QVERIFY2(error.contains(name), qPrintable(error));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), garbage);
+    }
+
+    void accountRequestIsAnsweredOverTheBus()
+    {
+        QTemporaryDir folder;
+        const auto context = opened(folder);
+        QVERIFY(context);
+        QSignalSpy answers(&context->bus(), &MessageBus::incomingMessage);
+        const QVariantMap parameter{{QStringLiteral("name"), QStringLiteral("account")},
+                                    {QStringLiteral("value"), SampleNumber::ORDINARY}};
+        context->bus().sendMessage(
+            BillingService::REQUEST_DESTINATION,
+            QVariantMap{{QStringLiteral("code"), QStringLiteral("check")},
+                        {QStringLiteral("uid"), QStringLiteral("1")},
+                        {QStringLiteral("providerId"), BillingService::PROVIDER_INDIVIDUAL},
+                        {QStringLiteral("params"),
+                         QVariantMap{{QStringLiteral("payParamList"), QVariantList{parameter}}}}});
+        QTRY_COMPARE(answers.count(), 1);
+        const QJsonObject answer =
+            QJsonDocument::fromJson(answers.at(0).at(1).toString().toUtf8()).object();
+        QCOMPARE(answer.value(QStringLiteral("uid")).toString(), QStringLiteral("1"));
+        QCOMPARE(answer.value(QStringLiteral("error")).toBool(), false);
+    }
+
+    void packLeftBehindIsSentAtTheNextStart()
+    {
+        QTemporaryDir folder;
+        qint64 id = 0;
+        {
+            const auto context = opened(folder);
+            QVERIFY(context);
+            const PayPack pack = somePack(*context);
+            id = pack.id();
+            QVERIFY(context->paysController().savePack(pack, true));
+            QCOMPARE(context->billing().packCount(), 0);
+        }
+        const auto context = opened(folder);
+        QVERIFY(context);
+        const auto stateOf = [&] { return context->payments().record(id)->state; };
+        QTRY_COMPARE(stateOf(), PackState::Acknowledged);
+        QVERIFY(context->billing().hasPack(QString::number(id)));
+        QCOMPARE(context->billing().packCount(), 1);
+    }
+
+    void databasesAreReadableByTheirOwnerOnly()
+    {
+        QTemporaryDir folder;
+        const auto context = opened(folder);
+        QVERIFY(context);
+        const QFileDevice::Permissions others = QFileDevice::ReadGroup | QFileDevice::WriteGroup
+            | QFileDevice::ReadOther | QFileDevice::WriteOther;
+        const QFileInfoList files =
+            QDir(folder.path()).entryInfoList({QStringLiteral("*.sqlite*")}, QDir::Files);
+        QVERIFY(files.size() >= 4);
+        for (const QFileInfo &file : files)
+            QVERIFY2(!(file.permissions() & others), qPrintable(file.fileName()));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTerminalContext)
+#include "tst_terminalcontext.moc"

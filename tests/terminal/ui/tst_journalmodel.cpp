@@ -1,0 +1,230 @@
+#include <ui/journalmodel.h>
+
+#include <payments/paymentsstore.h>
+
+#include <QAbstractItemModelTester>
+#include <QColor>
+#include <QSignalSpy>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimeZone>
+
+class TestJournalModel : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<PaymentsStore> m_store;
+    int m_files = 0;
+
+    static PaymentRecord payment(qint64 id, const QString &account = QStringLiteral("100200"))
+    {
+        PaymentRecord record;
+        record.packId = id;
+        record.created = QDateTime(QDate(2026, 11, 20), QTime(10, 0)).addSecs(id);
+        record.providerId = 18722;
+        record.providerName = QStringLiteral("Водоканал, «ФЛ» %1");
+        record.account = account;
+        record.sum = basix::FixNumber(100, 150050);
+        record.cash = basix::FixNumber(100, 50050);
+        record.card = basix::FixNumber(100, 100000);
+        return record;
+    }
+
+    void save(const PaymentRecord &record)
+    {
+        QVERIFY2(m_store->save(record, {{QStringLiteral("id"), QString::number(record.packId)}}),
+                 qPrintable(m_store->lastError()));
+    }
+
+private slots:
+    void init()
+    {
+        m_store = std::make_unique<PaymentsStore>();
+        QVERIFY(m_store->open(m_folder.filePath(QStringLiteral("%1.sqlite").arg(++m_files))));
+    }
+
+    void emptyStoreHasNoRows()
+    {
+        JournalModel model(*m_store);
+        const QAbstractItemModelTester tester(&model);
+        QCOMPARE(model.rowCount(), 0);
+        QCOMPARE(model.total(), 0);
+        QVERIFY(!model.canFetchMore(QModelIndex()));
+        QCOMPARE(model.rowOf(1), -1);
+        QCOMPARE(model.record(0).packId, Q_INT64_C(0));
+    }
+
+    void storeThatCannotBeReadIsNotShownAsEmpty()
+    {
+        save(payment(1));
+        const QString file = m_folder.filePath(QStringLiteral("%1.sqlite").arg(m_files));
+        {
+            QSqlDatabase other =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
+            other.setDatabaseName(file);
+            QVERIFY(other.open());
+            QVERIFY(QSqlQuery(other).exec(QStringLiteral("DROP TABLE packs")));
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("other"));
+        JournalModel model(*m_store);
+        QCOMPARE(model.rowCount(), 0);
+        QVERIFY(!model.error().isEmpty());
+    }
+
+    void rowShowsThePayment()
+    {
+        save(payment(5));
+        JournalModel model(*m_store);
+        const QAbstractItemModelTester tester(&model);
+        QStringList texts;
+        for (int column = 0; column < model.columnCount(); ++column)
+            texts.append(model.index(0, column).data().toString());
+        QCOMPARE(texts,
+                 QStringList({QStringLiteral("20.11.26 10:00"),
+                              QStringLiteral("Водоканал, «ФЛ» %1"), QStringLiteral("100200"),
+                              QStringLiteral("1500.50"), QStringLiteral("500.50"),
+                              QStringLiteral("1000.00"), packStateText(PackState::Saved)}));
+        QCOMPARE(model.headerData(JournalModel::Card, Qt::Horizontal, Qt::DisplayRole).toString(),
+                 QStringLiteral("Картой"));
+        QVERIFY(model.index(0, JournalModel::State).data(Qt::ForegroundRole).isValid());
+    }
+
+    void newestStandsFirst()
+    {
+        save(payment(1));
+        save(payment(2));
+        JournalModel model(*m_store);
+        QCOMPARE(model.record(0).packId, Q_INT64_C(2));
+        QCOMPARE(model.rowOf(1), 1);
+    }
+
+    void rowsAreReadAPageAtATime()
+    {
+        for (int id = 1; id <= 2 * JournalModel::pageSize + 3; ++id)
+            save(payment(id));
+        // Without the model tester, which fetches by itself.
+        JournalModel model(*m_store);
+        QCOMPARE(model.total(), 2 * JournalModel::pageSize + 3);
+        QCOMPARE(model.rowCount(), JournalModel::pageSize);
+        QVERIFY(model.canFetchMore(QModelIndex()));
+        model.fetchMore(QModelIndex());
+        QCOMPARE(model.rowCount(), 2 * JournalModel::pageSize);
+        model.fetchMore(QModelIndex());
+        QCOMPARE(model.rowCount(), 2 * JournalModel::pageSize + 3);
+        QVERIFY(!model.canFetchMore(QModelIndex()));
+        model.fetchMore(QModelIndex());
+        QCOMPARE(model.rowCount(), 2 * JournalModel::pageSize + 3);
+        QCOMPARE(model.record(model.rowCount() - 1).packId, Q_INT64_C(1));
+    }
+
+    void newPaymentAppearsAndKeepsWhatWasRead()
+    {
+        for (int id = 1; id <= JournalModel::pageSize + 1; ++id)
+            save(payment(id));
+        JournalModel model(*m_store);
+        const QAbstractItemModelTester tester(&model);
+        model.fetchMore(QModelIndex());
+        QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
+        save(payment(9999));
+        model.refresh(9999);
+        QCOMPARE(reset.count(), 0);
+        QCOMPARE(model.record(0).packId, Q_INT64_C(9999));
+        QCOMPARE(model.total(), JournalModel::pageSize + 2);
+        QVERIFY(model.rowCount() >= JournalModel::pageSize + 1);
+    }
+
+    void paymentOfAnotherAccountStaysOutOfTheFilteredList()
+    {
+        save(payment(1, QStringLiteral("777")));
+        JournalModel model(*m_store);
+        PaymentFilter wanted;
+        wanted.account = QStringLiteral("777");
+        model.setFilter(wanted);
+        save(payment(2));
+        model.refresh(2);
+        QCOMPARE(model.rowCount(), 1);
+        QCOMPARE(model.record(0).packId, Q_INT64_C(1));
+    }
+
+    void olderPaymentTakesItsPlaceByTime()
+    {
+        save(payment(5));
+        JournalModel model(*m_store);
+        save(payment(3));
+        model.refresh(3);
+        QCOMPARE(model.rowOf(5), 0);
+        QCOMPARE(model.rowOf(3), 1);
+        QCOMPARE(model.total(), 2);
+    }
+
+    void changedStateIsShownInPlace()
+    {
+        save(payment(1));
+        save(payment(2));
+        JournalModel model(*m_store);
+        QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
+        QVERIFY(m_store->advance(1, PackState::Posted));
+        model.refresh(1);
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(changed.at(0).at(0).toModelIndex().row(), 1);
+        QCOMPARE(reset.count(), 0);
+        QCOMPARE(model.record(1).state, PackState::Posted);
+        QVERIFY(!model.index(1, JournalModel::State).data(Qt::ForegroundRole).isValid());
+    }
+
+    void filter_data()
+    {
+        QTest::addColumn<QString>("account");
+        QTest::addColumn<int>("state");
+        QTest::addColumn<QVector<int>>("ids");
+        QTest::newRow("everything") << QString() << -1 << QVector<int>{3, 2, 1};
+        QTest::newRow("account") << QStringLiteral("777") << -1 << QVector<int>{2};
+        QTest::newRow("state") << QString() << int(PackState::Posted) << QVector<int>{3};
+        QTest::newRow("nothing fits")
+            << QStringLiteral("777") << int(PackState::Posted) << QVector<int>();
+    }
+
+    void filter()
+    {
+        QFETCH(QString, account);
+        QFETCH(int, state);
+        QFETCH(QVector<int>, ids);
+        save(payment(1));
+        save(payment(2, QStringLiteral("777")));
+        save(payment(3));
+        QVERIFY(m_store->advance(3, PackState::Posted));
+
+        JournalModel model(*m_store);
+        const QAbstractItemModelTester tester(&model);
+        PaymentFilter wanted;
+        wanted.account = account;
+        wanted.state = state;
+        model.setFilter(wanted);
+        QVector<int> found;
+        for (int row = 0; row < model.rowCount(); ++row)
+            found.append(int(model.record(row).packId));
+        QCOMPARE(found, ids);
+        QCOMPARE(model.total(), ids.size());
+    }
+
+    void paymentThatLeavesTheFilterLeavesTheList()
+    {
+        save(payment(1));
+        JournalModel model(*m_store);
+        PaymentFilter saved;
+        saved.state = int(PackState::Saved);
+        model.setFilter(saved);
+        QCOMPARE(model.rowCount(), 1);
+        QVERIFY(m_store->advance(1, PackState::Posted));
+        model.refresh(1);
+        QCOMPARE(model.rowCount(), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestJournalModel)
+#include "tst_journalmodel.moc"

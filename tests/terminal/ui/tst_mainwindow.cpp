@@ -1,0 +1,181 @@
+#include <ui/mainwindow.h>
+
+#include <app/terminalcontext.h>
+#include <hostdata/hostdataseeder.h>
+#include <ui/paymentpage.h>
+
+#include <molvacore/payment.h>
+#include <molvacore/paypack.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<TerminalContext> m_context;
+    std::unique_ptr<MainWindow> m_window;
+
+    template<class Type>
+    Type *child(const char *name) const
+    {
+        return m_window->findChild<Type *>(QLatin1String(name));
+    }
+
+private slots:
+    void initTestCase()
+    {
+        // The terminal's own font: what fits is a question of it.
+        QFont font(QStringLiteral("DejaVu Sans"));
+        font.setPixelSize(13);
+        QApplication::setFont(font);
+    }
+
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        QString error;
+        m_context = TerminalContext::open(m_folder->path(), &error);
+        QVERIFY2(m_context, qPrintable(error));
+        m_window = std::make_unique<MainWindow>(*m_context);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_context.reset();
+        QVERIFY(QApplication::topLevelWidgets().isEmpty());
+    }
+
+    void withoutAPluginNoPaymentBeginsAndTheReasonIsShown()
+    {
+        QVERIFY(!m_context->loadPlugin(QStringLiteral("/absent.so"), QFont()));
+        m_window = std::make_unique<MainWindow>(*m_context);
+        QVERIFY(!child<QPushButton>("pbStartPayment")->isEnabled());
+        QVERIFY(child<QLabel>("lModuleIdentity")->text().contains(QStringLiteral("/absent.so")));
+    }
+
+    void providersOfTheHostAreListed()
+    {
+        const auto *providers = child<QTableWidget>("twProviders");
+        QCOMPARE(providers->rowCount(), 2);
+        QCOMPARE(providers->item(0, 0)->text(),
+                 QString::number(HostDataSeeder::PROVIDER_INDIVIDUAL));
+        QCOMPARE(providers->item(1, 0)->text(), QString::number(HostDataSeeder::PROVIDER_LEGAL));
+        QCOMPARE(providers->currentRow(), 0);
+    }
+
+    void samplesFollowTheChosenProvider()
+    {
+        auto *providers = child<QTableWidget>("twProviders");
+        const auto *samples = child<QTableWidget>("twSamples");
+        QCOMPARE(samples->item(0, 0)->text(), SampleNumber::ORDINARY);
+        QVERIFY(samples->isColumnHidden(1));
+        QTest::keyClick(providers, Qt::Key_Down);
+        QCOMPARE(samples->item(0, 0)->text(), SampleNumber::LEGAL_ONE_DOCUMENT);
+        QVERIFY(!samples->isColumnHidden(1));
+    }
+
+    void sampleNumberGoesToTheClipboard()
+    {
+        QTest::mouseClick(child<QPushButton>("pbCopySample"), Qt::LeftButton);
+        QCOMPARE(QApplication::clipboard()->text(), SampleNumber::ORDINARY);
+    }
+
+    void tabReachesEverything()
+    {
+        auto *providers = child<QTableWidget>("twProviders");
+        providers->setFocus();
+        QStringList order;
+        for (int i = 0; i < 8 && !order.contains(QStringLiteral("pbCopySample")); ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            order.append(QApplication::focusWidget()->objectName());
+        }
+        QVERIFY2(order.contains(QStringLiteral("twSamples")),
+                 qPrintable(order.join(QLatin1Char(' '))));
+        QVERIFY2(order.contains(QStringLiteral("pbCopySample")),
+                 qPrintable(order.join(QLatin1Char(' '))));
+    }
+
+    void stateOfRegisterAndBusIsShown()
+    {
+        const auto statusText = [this] {
+            QStringList texts;
+            for (const QLabel *label : m_window->statusBar()->findChildren<QLabel *>())
+                texts.append(label->text());
+            return texts.join(QLatin1Char('|'));
+        };
+        QVERIFY(statusText().contains(
+            EmulatedRegister::conditionText(EmulatedRegister::Condition::Ready)));
+        QVERIFY(statusText().contains(m_context->cashier()));
+        QVERIFY(statusText().contains(QStringLiteral("Связь: есть")));
+        m_context->fiscalRegister().setCondition(EmulatedRegister::Condition::PaperOut);
+        QVERIFY(statusText().contains(
+            EmulatedRegister::conditionText(EmulatedRegister::Condition::PaperOut)));
+        m_context->bus().setConnected(false);
+        QVERIFY(statusText().contains(QStringLiteral("Связь: нет")));
+    }
+
+    void savedPackAppearsInTheJournal()
+    {
+        const auto *journal = child<QTableView>("tvJournal");
+        QCOMPARE(journal->model()->rowCount(), 0);
+        Payment payment;
+        payment.setProviderData(m_context->providers().constFirst(), true);
+        payment.setAccount(SampleNumber::ORDINARY);
+        payment.setSumm(basix::FixNumber(100, 100));
+        PayPack pack;
+        pack.addPayment(payment);
+        pack.addCashOperations(payment.summ(), m_context->box().currency());
+        QVERIFY(m_context->paysController().savePack(pack, true));
+        QCOMPARE(journal->model()->rowCount(), 1);
+        m_window->showJournal();
+        QCOMPARE(child<QTabWidget>("twPages")->currentIndex(), 1);
+        QVERIFY(child<QLabel>("lPaymentDetails")->text().contains(QString::number(pack.id())));
+    }
+
+    void pagesHaveShortcuts()
+    {
+        auto *pages = child<QTabWidget>("twPages");
+        QTest::keyClick(m_window.get(), Qt::Key_3, Qt::ControlModifier);
+        QCOMPARE(pages->currentIndex(), 2);
+        QTest::keyClick(m_window.get(), Qt::Key_1, Qt::ControlModifier);
+        QCOMPARE(pages->currentIndex(), 0);
+    }
+
+    void nothingIsCutOnASmallScreen()
+    {
+        m_window->resize(800, 600);
+        QVERIFY2(
+            m_window->width() <= 800 && m_window->height() <= 600,
+            qPrintable(QStringLiteral("%1x%2").arg(m_window->width()).arg(m_window->height())));
+        auto *pages = child<QTabWidget>("twPages");
+        for (int page = 0; page < pages->count(); ++page) {
+            pages->setCurrentIndex(page);
+            QCoreApplication::processEvents();
+            for (const QPushButton *button : m_window->findChildren<QPushButton *>()) {
+                if (button->isVisible())
+                    QVERIFY2(button->width() >= button->sizeHint().width(),
+                             qPrintable(button->text()));
+            }
+        }
+    }
+};
+
+QTEST_MAIN(TestMainWindow)
+#include "tst_mainwindow.moc"

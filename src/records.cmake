@@ -16,6 +16,7 @@ add_library(selmar_records OBJECT
     srreceiptline.cpp srreceiptline.h
     srrequest.cpp srrequest.h
     srservice.cpp srservice.h
+    srservicecells.cpp srservicecells.h
     srvalues.cpp srvalues.h
     individual/srpersonalaccount.cpp individual/srpersonalaccount.h
     legal/srlegalaccount.cpp legal/srlegalaccount.h)

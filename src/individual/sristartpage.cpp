@@ -59,7 +59,12 @@ QString SrIStartPage::preview() const
 
 QSharedPointer<SRAccount> SrIStartPage::outputData() const
 {
-    return m_account.clone();
+    const QSharedPointer<SRAccount> account = m_account.clone();
+    // The receipt's address may be typed after the answer has come; a code scanned there is none.
+    const QString address = m_ui->lePhone->text();
+    if (!SrPaymentQr::isPaymentCode(address))
+        account.staticCast<SrPersonalAccount>()->setClientPhoneOrEmail(address);
+    return account;
 }
 
 void SrIStartPage::showMsg(ISrIWizardPage::MsgType type, const QString &text)

@@ -1,28 +1,12 @@
 #include "srservicesmodel.h"
 
-#include <QColor>
+#include "srservicecells.h"
 
-#include <algorithm>
+#include <QColor>
 
 namespace {
 
 constexpr int moneyMultiplier = 100;
-
-const QString &fieldOf(int column)
-{
-    static const QString none;
-    switch (column) {
-    case SRServicesModel::NameColumn:
-        return SrService::FIELD_NAME;
-    case SRServicesModel::ChargeColumn:
-        return SrService::FIELD_CHARGE;
-    case SRServicesModel::ToPayColumn:
-        return SrService::FIELD_TOPAY;
-    case SRServicesModel::DistributedColumn:
-        return SrService::FIELD_DISTRIBUTED;
-    }
-    return none;
-}
 
 } // namespace
 
@@ -70,36 +54,6 @@ bool SRServicesModel::isReady() const
     return SrService::areReadyToPay(m_services);
 }
 
-QVariant SRServicesModel::serviceText(const SrService &service, int column) const
-{
-    switch (column) {
-    case NameColumn:
-        return service.name();
-    case ChargeColumn:
-        return service.charge().toString();
-    case ToPayColumn:
-        return service.topay().toString();
-    case DistributedColumn:
-        return service.distributed().toString();
-    }
-    return {};
-}
-
-QVariant SRServicesModel::serviceValue(const SrService &service, int column) const
-{
-    switch (column) {
-    case NameColumn:
-        return service.name();
-    case ChargeColumn:
-        return service.charge().toDouble();
-    case ToPayColumn:
-        return service.topay().toDouble();
-    case DistributedColumn:
-        return service.distributed().toDouble();
-    }
-    return {};
-}
-
 QVariant SRServicesModel::totalText(int column) const
 {
     switch (column) {
@@ -124,10 +78,11 @@ QVariant SRServicesModel::data(const QModelIndex &index, int role) const
     case Qt::BackgroundRole:
         return QColor(isService ? Qt::white : Qt::gray);
     case Qt::DisplayRole:
-        return isService ? serviceText(m_services.at(index.row()), index.column())
+        return isService ? SrServiceCells::text(m_services.at(index.row()), index.column())
                          : totalText(index.column());
     case Qt::EditRole:
-        return isService ? serviceValue(m_services.at(index.row()), index.column()) : QVariant();
+        return isService ? SrServiceCells::value(m_services.at(index.row()), index.column())
+                         : QVariant();
     }
     return {};
 }
@@ -136,7 +91,7 @@ QVariant SRServicesModel::headerData(int section, Qt::Orientation orientation, i
 {
     if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0
         && section < ColumnCount)
-        return m_titles.value(fieldOf(section));
+        return m_titles.value(SrServiceCells::field(section));
     return QAbstractTableModel::headerData(section, orientation, role);
 }
 
@@ -145,25 +100,9 @@ bool SRServicesModel::setData(const QModelIndex &index, const QVariant &value, i
     // The total row has no service behind it.
     if (!index.isValid() || role != Qt::EditRole || index.row() >= m_services.size())
         return false;
-    SrService &service = m_services[index.row()];
-    const auto amount = [&value] { return basix::FixNumber(moneyMultiplier, value.toDouble()); };
-    switch (index.column()) {
-    case NameColumn:
-        service.setName(value.toString());
-        break;
-    case ChargeColumn:
-        service.setCharge(amount());
-        break;
-    case ToPayColumn:
-        service.setTopay(amount());
-        break;
-    case DistributedColumn:
-        service.setDistributed(amount());
-        updateDistributed();
-        break;
-    default:
+    if (!SrServiceCells::edit(m_services[index.row()], index.column(), value))
         return false;
-    }
+    updateDistributed();
     emit valueChanged();
     return true;
 }

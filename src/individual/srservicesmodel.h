@@ -19,6 +19,7 @@ class SRServicesModel final : public QAbstractTableModel
     Q_OBJECT
 
 public:
+    /// The columns are the cells of a service (SrServiceCells::Cell).
     enum Column { NameColumn, ChargeColumn, ToPayColumn, DistributedColumn, ColumnCount };
 
     using QAbstractTableModel::QAbstractTableModel;
@@ -53,8 +54,6 @@ signals:
 private:
     void distribute(basix::FixNumber (SrService::*amount)() const);
     void updateDistributed();
-    QVariant serviceText(const SrService &service, int column) const;
-    QVariant serviceValue(const SrService &service, int column) const;
     QVariant totalText(int column) const;
 
     QList<SrService> m_services;

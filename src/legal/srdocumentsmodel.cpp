@@ -1,5 +1,7 @@
 #include "srdocumentsmodel.h"
 
+#include "srservicecells.h"
+
 #include <QColor>
 #include <QDebug>
 
@@ -11,22 +13,16 @@ constexpr int moneyMultiplier = 100;
 constexpr int untickedDocument = -1;
 constexpr int tickedDocument = -2;
 
+/// The cells of a service stand behind the document's number.
+int serviceCell(int column)
+{
+    return column - SRDocumentsModel::NameColumn;
+}
+
 const QString &fieldOf(int column)
 {
-    static const QString none;
-    switch (column) {
-    case SRDocumentsModel::NumberColumn:
-        return SrDocument::FIELD_NUM;
-    case SRDocumentsModel::NameColumn:
-        return SrService::FIELD_NAME;
-    case SRDocumentsModel::ChargeColumn:
-        return SrService::FIELD_CHARGE;
-    case SRDocumentsModel::ToPayColumn:
-        return SrService::FIELD_TOPAY;
-    case SRDocumentsModel::DistributedColumn:
-        return SrService::FIELD_DISTRIBUTED;
-    }
-    return none;
+    return column == SRDocumentsModel::NumberColumn ? SrDocument::FIELD_NUM
+                                                    : SrServiceCells::field(serviceCell(column));
 }
 
 } // namespace
@@ -143,34 +139,13 @@ QVariant SRDocumentsModel::serviceText(const QPair<int, int> &row, int column) c
     const SrDocument &document = m_documents.at(row.first);
     if (column == NumberColumn)
         return document.docNumber();
-    const SrService service = document.services().at(row.second);
-    switch (column) {
-    case NameColumn:
-        return service.name();
-    case ChargeColumn:
-        return service.charge().toString();
-    case ToPayColumn:
-        return service.topay().toString();
-    case DistributedColumn:
-        return service.distributed().toString();
-    }
-    return {};
+    return SrServiceCells::text(document.services().at(row.second), serviceCell(column));
 }
 
 QVariant SRDocumentsModel::serviceValue(const QPair<int, int> &row, int column) const
 {
-    const SrService service = m_documents.at(row.first).services().at(row.second);
-    switch (column) {
-    case NameColumn:
-        return service.name();
-    case ChargeColumn:
-        return service.charge().toDouble();
-    case ToPayColumn:
-        return service.topay().toDouble();
-    case DistributedColumn:
-        return service.distributed().toDouble();
-    }
-    return {};
+    return SrServiceCells::value(m_documents.at(row.first).services().at(row.second),
+                                 serviceCell(column));
 }
 
 QVariant SRDocumentsModel::totalText(int column) const
@@ -247,24 +222,8 @@ bool SRDocumentsModel::editService(const QPair<int, int> &row, int column, const
 {
     SrDocument &document = m_documents[row.first];
     QList<SrService> services = document.services();
-    SrService &service = services[row.second];
-    const auto amount = [&value] { return basix::FixNumber(moneyMultiplier, value.toDouble()); };
-    switch (column) {
-    case NameColumn:
-        service.setName(value.toString());
-        break;
-    case ChargeColumn:
-        service.setCharge(amount());
-        break;
-    case ToPayColumn:
-        service.setTopay(amount());
-        break;
-    case DistributedColumn:
-        service.setDistributed(amount());
-        break;
-    default:
+    if (!SrServiceCells::edit(services[row.second], serviceCell(column), value))
         return false;
-    }
     document.setServices(services);
     updateStanding(row.first, m_standings.at(row.first).ticked);
     emit valueChanged();

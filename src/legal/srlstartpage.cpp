@@ -53,7 +53,12 @@ QString SrLStartPage::preview() const
 
 QSharedPointer<SRAccount> SrLStartPage::outputData() const
 {
-    return m_account.clone();
+    const QSharedPointer<SRAccount> account = m_account.clone();
+    // The receipt's address may be typed after the answer has come; a code scanned there is none.
+    const QString address = m_ui->lePhone->text();
+    if (!SrPaymentQr::isPaymentCode(address))
+        account.staticCast<SrLegalAccount>()->setClientPhoneOrEmail(address);
+    return account;
 }
 
 void SrLStartPage::showMsg(ISrIWizardPage::MsgType type, const QString &text)

@@ -65,15 +65,16 @@ QString AmqpError::ofClose(int code, const QString &text)
 
 QString AmqpError::ofReply(const amqp_rpc_reply_t &reply)
 {
-    if (reply.reply_type == AMQP_RESPONSE_LIBRARY_EXCEPTION)
-        return ofStatus(reply.library_error);
-    if (reply.reply_type == AMQP_RESPONSE_SERVER_EXCEPTION) {
-        if (reply.reply.id == AMQP_CONNECTION_CLOSE_METHOD) {
-            const auto *method = static_cast<amqp_connection_close_t *>(reply.reply.decoded);
+    const auto [type, answer, status] = reply;
+    if (type == AMQP_RESPONSE_LIBRARY_EXCEPTION)
+        return ofStatus(status);
+    if (type == AMQP_RESPONSE_SERVER_EXCEPTION) {
+        if (answer.id == AMQP_CONNECTION_CLOSE_METHOD) {
+            const auto *method = static_cast<amqp_connection_close_t *>(answer.decoded);
             return ofClose(method->reply_code, AmqpBytes::text(method->reply_text));
         }
-        if (reply.reply.id == AMQP_CHANNEL_CLOSE_METHOD) {
-            const auto *method = static_cast<amqp_channel_close_t *>(reply.reply.decoded);
+        if (answer.id == AMQP_CHANNEL_CLOSE_METHOD) {
+            const auto *method = static_cast<amqp_channel_close_t *>(answer.decoded);
             return ofClose(method->reply_code, AmqpBytes::text(method->reply_text));
         }
     }

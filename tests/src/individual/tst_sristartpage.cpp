@@ -43,6 +43,7 @@ private slots:
     void editsOfThePeriodClearTheAnswer();
     void phoneEditKeepsTheAnswer();
 
+    void addressTypedAfterTheAnswerIsHandedOn();
     void accountHoldsTheForm();
     void outputIsACopy();
     void previewIsEmpty();
@@ -266,6 +267,18 @@ void TestSrIStartPage::phoneEditKeepsTheAnswer()
     form.lePhone->setFocus();
     QTest::keyClicks(form.lePhone, QStringLiteral("8912"));
     QVERIFY(form.showsAccount());
+}
+
+void TestSrIStartPage::addressTypedAfterTheAnswerIsHandedOn()
+{
+    Form form;
+    form.askFor(QStringLiteral("123"));
+    form.answerData();
+    form.lePhone->setFocus();
+    QTest::keyClicks(form.lePhone, QStringLiteral("8 912 345"));
+    const auto account = form.start->outputData().dynamicCast<SrPersonalAccount>();
+    QVERIFY(account);
+    QCOMPARE(account->clientPhoneOrEmail(), QStringLiteral("8912345"));
 }
 
 void TestSrIStartPage::accountHoldsTheForm()

@@ -78,7 +78,8 @@ private:
     void useBench(HostDatabase::Parts leftOut = HostDatabase::Parts());
     SrLServicesPage *page() const
     {
-        return qobject_cast<SrLServicesPage *>(m_bench->wizard()->page(1));
+        return m_alone ? m_alone.get()
+                       : qobject_cast<SrLServicesPage *>(m_bench->wizard()->page(1));
     }
     QTableView *table() const
     {
@@ -98,7 +99,8 @@ private:
     QList<QImage> pictures() const;
 
     std::unique_ptr<WizardBench> m_bench;
-    std::unique_ptr<SrLServicesPage> m_alone; ///< a page outside of any wizard, in the place of the bench's
+    std::unique_ptr<SrLServicesPage>
+        m_alone; ///< a page outside of any wizard, in the place of the bench's
 };
 
 void TestSrLServicesPage::useBench(HostDatabase::Parts leftOut)
@@ -294,7 +296,8 @@ void TestSrLServicesPage::tickIsPaintedAtOnce_data()
 {
     QTest::addColumn<bool>("alone");
     QTest::newRow("in the wizard") << false;
-    // A wizard paints its whole page anew at every completeChanged(); the page does not rely on that.
+    // A wizard paints its whole page anew at every completeChanged(); the page does not rely on
+    // that.
     QTest::newRow("page alone") << true;
 }
 

@@ -87,6 +87,7 @@ private slots:
     void documentEditClearsTheAnswer();
     void singleDocumentIsNumberedAfterTheForm();
     void singleDocumentWithoutANumberIsIncomplete();
+    void addressTypedAfterTheAnswerIsHandedOn();
     void accountHoldsTheForm();
     void severalDocuments();
     void outputIsACopyAndPreviewEmpty();
@@ -333,6 +334,18 @@ void TestSrLStartPage::singleDocumentWithoutANumberIsIncomplete()
     QVERIFY(form.isIdle());
     QVERIFY(!form.page->isComplete());
     QVERIFY(!form.next()->isEnabled());
+}
+
+void TestSrLStartPage::addressTypedAfterTheAnswerIsHandedOn()
+{
+    Form form;
+    form.askFor(QStringLiteral("Д-5"));
+    form.answerData(BillingAnswers::legal());
+    form.lePhone->setFocus();
+    QTest::keyClicks(form.lePhone, QStringLiteral("8 912 345"));
+    const auto account = form.start->outputData().dynamicCast<SrLegalAccount>();
+    QVERIFY(account);
+    QCOMPARE(account->clientPhoneOrEmail(), QStringLiteral("8912345"));
 }
 
 void TestSrLStartPage::accountHoldsTheForm()

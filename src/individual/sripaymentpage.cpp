@@ -1,6 +1,7 @@
 #include "sripaymentpage.h"
 
 #include "sraccount.h"
+#include "srdecimalinput.h"
 #include "srfiscalreadiness.h"
 #include "srmessagebox.h"
 #include "srpagetransfer.h"
@@ -38,6 +39,8 @@ SrIPaymentPage::SrIPaymentPage(QWizard *wizard)
     : QWizardPage(wizard), m_ui(std::make_unique<Ui_SrIPaymentPage>())
 {
     m_ui->setupUi(this);
+    srAcceptBothDecimalSigns(m_ui->dsbCash);
+    srAcceptBothDecimalSigns(m_ui->dsbCard);
     connect(m_ui->dsbCash, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
             &SrIPaymentPage::sumChanged);
     connect(m_ui->dsbCard, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
@@ -92,12 +95,21 @@ std::optional<basix::FixNumber> SrIPaymentPage::askCardAmount()
 {
     // No more than the card field can show: what is charged must be what the receipt says.
     const double amount = qMin(m_account->amount().toDouble(), m_ui->dsbCard->maximum());
-    bool accepted = false;
-    const double entered = QInputDialog::getDouble(this, tr("Payment by card"), tr("Introduction"),
-                                                   amount, 0.0, amount, 2, &accepted);
-    if (!accepted)
-        return std::nullopt;
-    return basix::FixNumber(moneyMultiplier, entered);
+    // Not on the stack: a host that destroys the wizard meanwhile destroys the dialog with it.
+    const QPointer<QInputDialog> dialog = new QInputDialog(this);
+    dialog->setWindowTitle(tr("Payment by card"));
+    dialog->setLabelText(tr("Introduction"));
+    dialog->setInputMode(QInputDialog::DoubleInput);
+    dialog->setDoubleDecimals(2);
+    dialog->setDoubleRange(0.0, amount);
+    dialog->setDoubleValue(amount);
+    srAcceptBothDecimalSigns(dialog->findChild<QDoubleSpinBox *>());
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    std::optional<basix::FixNumber> entered;
+    if (dialog && accepted)
+        entered = basix::FixNumber(moneyMultiplier, dialog->doubleValue());
+    delete dialog.data();
+    return entered;
 }
 
 PosHandler *SrIPaymentPage::createTerminal(int type)

@@ -1,5 +1,6 @@
 #include "sristartpage.h"
 
+#include "srdecimalinput.h"
 #include "srmessagebox.h"
 #include "srpaymentqr.h"
 #include "srrequest.h"
@@ -23,6 +24,7 @@ SrIStartPage::SrIStartPage(QWizard *wizard)
 {
     m_ui->setupUi(this);
     m_exchange = std::make_unique<SrStartPageExchange>(this, m_timer, m_ui->progressBar);
+    srAcceptBothDecimalSigns(m_ui->dsbAmount);
     registerField(QStringLiteral("account*"), m_ui->leAccount);
     const QDate today = QDate::currentDate();
     m_ui->sbYear->setMaximum(today.year());

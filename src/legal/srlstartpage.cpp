@@ -1,5 +1,6 @@
 #include "srlstartpage.h"
 
+#include "srdecimalinput.h"
 #include "srmessagebox.h"
 #include "srpaymentqr.h"
 #include "srrequest.h"
@@ -22,6 +23,7 @@ SrLStartPage::SrLStartPage(QWizard *wizard)
 {
     m_ui->setupUi(this);
     m_exchange = std::make_unique<SrStartPageExchange>(this, m_timer, m_ui->progressBar);
+    srAcceptBothDecimalSigns(m_ui->dsbAmount);
     registerField(QStringLiteral("account*"), m_ui->leAccount);
     registerField(QStringLiteral("contract"), m_ui->leContract);
     accountChanged(QString());

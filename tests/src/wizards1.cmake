@@ -26,7 +26,7 @@ foreach(name IN ITEMS
         individual/tst_sristartpageexchange individual/tst_sristartpagerequest individual/tst_sristartpagescan
         legal/tst_selmarlegalwizard legal/tst_srlstartpage legal/tst_srlstartpageexchange
         legal/tst_srlstartpagescan
-        tst_handlerstart tst_handlerstartorder tst_selmarrivenholdhandler tst_srmessagebox tst_srpluginbuild tst_srreplywait
+        tst_handlerstart tst_handlerstartorder tst_selmarrivenholdhandler tst_srdecimalinput tst_srmessagebox tst_srpluginbuild tst_srreplywait
         tst_srscanfield tst_srscannerguard tst_srwizardcontext)
     get_filename_component(test ${name} NAME)
     selmar_test(${test}

@@ -1,0 +1,79 @@
+#include "srdecimalinput.h"
+
+#include <QClipboard>
+#include <QDoubleSpinBox>
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QTest>
+
+class TestSrDecimalInput : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void amount_data();
+    void amount();
+    void unitStaysAsItIs();
+};
+
+void TestSrDecimalInput::amount_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("expected");
+    for (const char *language : {"C", "ru_RU", "en_US"}) {
+        const auto row = [language](const char *name, const char *text, double expected) {
+            QTest::addRow("%s: %s", language, name)
+                << QString::fromLatin1(language) << QString::fromLatin1(text) << expected;
+        };
+        row("point", "12.34", 12.34);
+        row("comma", "12,34", 12.34);
+        row("whole", "1234", 1234.0);
+        row("second sign is dropped", "12.,34", 12.34);
+        row("third decimal is dropped", "12,345", 12.34);
+    }
+}
+
+void TestSrDecimalInput::amount()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, text);
+    QFETCH(double, expected);
+    QDoubleSpinBox box;
+    box.setLocale(QLocale(language));
+    box.setMaximum(1000000.0);
+    box.setSuffix(QStringLiteral(", р."));
+    srAcceptBothDecimalSigns(&box);
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+
+    box.setFocus();
+    box.selectAll();
+    QTest::keyClicks(&box, text);
+    QTest::keyClick(&box, Qt::Key_Return);
+    QCOMPARE(box.value(), expected);
+
+    if (text.count(QLatin1Char('.')) + text.count(QLatin1Char(',')) > 1 || text.size() > 5)
+        return; // a paste is taken whole or not at all
+    box.setValue(0.0);
+    QGuiApplication::clipboard()->setText(text);
+    box.selectAll();
+    QTest::keySequence(box.findChild<QLineEdit *>(), QKeySequence::Paste);
+    QTest::keyClick(&box, Qt::Key_Return);
+    QCOMPARE(box.value(), expected);
+}
+
+void TestSrDecimalInput::unitStaysAsItIs()
+{
+    QDoubleSpinBox box;
+    box.setLocale(QLocale(QStringLiteral("ru_RU")));
+    box.setSuffix(QStringLiteral(", р."));
+    srAcceptBothDecimalSigns(&box);
+    box.setValue(1.5);
+    QCOMPARE(box.text(), QStringLiteral("1,50, р."));
+    QTest::keyClick(&box, Qt::Key_Up);
+    QCOMPARE(box.text(), QStringLiteral("2,50, р."));
+}
+
+QTEST_MAIN(TestSrDecimalInput)
+#include "tst_srdecimalinput.moc"

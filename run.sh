@@ -4,6 +4,7 @@
 #   ./run.sh                       with a display: the terminal; without one: a whole payment, printed step by step
 #   ./run.sh --demo individual     a whole payment of an individual without a display
 #   ./run.sh --demo legal          the same for a legal entity
+#   ./run.sh --scenario FILE       a payment that a file describes (scenarios/, docs/scenarios.md)
 #   ./run.sh --help                everything else the terminal understands
 set -euo pipefail
 
@@ -12,10 +13,10 @@ root=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")" && pwd)
 . "$root/scripts/build.sh"
 
 ensure_packages "${SELMAR_BUILD_PACKAGES[@]}"
-build_preset release selmar_terminal selmarrivenhold >&2
+build_preset terminal selmar_terminal selmarrivenhold >&2
 
 display="${DISPLAY:-}${WAYLAND_DISPLAY:-}"
-arguments=() demo='' out='' visible='' only_text=''
+arguments=() demo='' scenario='' out='' visible='' only_text=''
 while [ "$#" -gt 0 ]; do
     case "$1" in
         --demo)
@@ -29,6 +30,7 @@ while [ "$#" -gt 0 ]; do
         *)
             case "$1" in
                 --out | --out=*) out=yes ;;
+                --scenario | --scenario=*) scenario=yes ;;
                 --visible) visible=yes ;;
                 -h | --help | --help-all | -v | --version) only_text=yes ;;
             esac
@@ -37,7 +39,7 @@ while [ "$#" -gt 0 ]; do
     shift
 done
 
-if [ -z "$only_text$demo$display" ]; then
+if [ -z "$only_text$demo$scenario$display" ]; then
     demo=individual
     arguments+=(--demo "$demo")
 fi
@@ -49,7 +51,7 @@ if [ -n "$visible" ] && [ -z "$display" ]; then
     echo "Ключ --visible показывает окна, а экрана здесь нет: не заданы DISPLAY и WAYLAND_DISPLAY." >&2
     exit 2
 fi
-if [ -n "$only_text" ] || { [ -n "$demo" ] && [ -z "$visible" ]; }; then
+if [ -n "$only_text" ] || { [ -n "$demo$scenario" ] && [ -z "$visible" ]; }; then
     export QT_QPA_PLATFORM=offscreen
 fi
 if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
@@ -57,4 +59,4 @@ if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
     mkdir -p -m 0700 "$XDG_RUNTIME_DIR"
 fi
 
-exec "$root/build/release/bin/selmar-terminal" "${arguments[@]}"
+exec "$root/build/terminal/bin/selmar-terminal" "${arguments[@]}"

@@ -6,9 +6,10 @@ SELMAR_BUILD_PACKAGES=(
     qttranslations5-l10n libqt5sql5-sqlite libqrencode-dev libzxing-dev librabbitmq-dev fonts-dejavu-core
 )
 # The tests look at the pages of written PDF files.
-# A message broker is started by the tests of the bus, with certificates of their own making.
 # Properties are checked with values that a library makes up and shrinks.
-SELMAR_TEST_PACKAGES=(poppler-utils librapidcheck-dev rabbitmq-server openssl)
+SELMAR_TEST_PACKAGES=(poppler-utils librapidcheck-dev dpkg-dev)
+# The tests behind SELMAR_FAULT_TESTS start a message broker, with certificates of their own making.
+SELMAR_FAULT_PACKAGES=(rabbitmq-server openssl)
 # The fuzzing engine, only for scripts/fuzz.sh.
 SELMAR_FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 

@@ -45,6 +45,11 @@ CommandLine CommandLine::parse(const QStringList &arguments)
                        "юридическое. "
                        "Код выхода 0, только если все суммы и счётчики сошлись."),
         QStringLiteral("кто"));
+    const QCommandLineOption scenario(
+        QStringLiteral("scenario"),
+        QStringLiteral("Провести сценарий из файла и выйти. Код выхода 0, только если выполнены "
+                       "все шаги и проверки и суммы сошлись; 2 — ошибка в самом файле."),
+        QStringLiteral("файл"));
     const QCommandLineOption out(
         QStringLiteral("out"), QStringLiteral("Куда показ складывает картинки, чек, пачку и итог."),
         QStringLiteral("папка"));
@@ -59,7 +64,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         "Образцовое рабочее место кассира: принимает платежи через подключаемый модуль."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addOptions({data, plugin, demo, out, visible, slow});
+    parser.addOptions({data, plugin, demo, scenario, out, visible, slow});
     if (!parser.parse(arguments))
         refuse(parser.errorText());
     if (parser.isSet(help))
@@ -75,6 +80,10 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     result.pluginFile = parser.value(plugin);
     if (parser.isSet(demo))
         result.demo = demoOf(parser.value(demo));
+    result.scenarioFile = parser.value(scenario);
+    if (parser.isSet(scenario) && (result.scenarioFile.isEmpty() || parser.isSet(demo)))
+        refuse(QStringLiteral(
+            "Ключу --scenario нужен файл, и вместе с --demo он не употребляется."));
     result.outFolder = parser.value(out);
     result.visible = parser.isSet(visible);
     bool ok = false;
@@ -82,8 +91,9 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     if (!ok || result.pause < 0 || result.pause > 60000)
         refuse(QStringLiteral("Пауза «%1» не годится: нужно целое число миллисекунд от 0 до 60000.")
                    .arg(parser.value(slow)));
-    if ((parser.isSet(out) || parser.isSet(slow) || result.visible) && result.demo == Demo::None)
-        refuse(
-            QStringLiteral("Ключи --out, --slow и --visible имеют смысл только вместе с --demo."));
+    if ((parser.isSet(out) || parser.isSet(slow) || result.visible)
+        && result.demo == Demo::None && result.scenarioFile.isEmpty())
+        refuse(QStringLiteral("Ключи --out, --slow и --visible имеют смысл только вместе с --demo "
+                              "или --scenario."));
     return result;
 }

@@ -11,7 +11,8 @@ struct CommandLine
     QString dataFolder; ///< empty: not given
     QString pluginFile; ///< empty: not given
     Demo demo = Demo::None;
-    QString outFolder; ///< empty: the demo leaves no files
+    QString scenarioFile; ///< empty: not given; never together with a demo
+    QString outFolder;    ///< empty: the demo or scenario leaves no files
     bool visible = false;
     int pause = 0; ///< milliseconds between the demo's steps
 

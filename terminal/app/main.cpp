@@ -6,6 +6,8 @@
 #include <recovery/privatedata.h>
 #include <scenario/individualdemo.h>
 #include <scenario/legaldemo.h>
+#include <scenario/scenarioparser.h>
+#include <scenario/scenariorun.h>
 #include <ui/mainwindow.h>
 #include <ui/recoverydialog.h>
 
@@ -21,7 +23,7 @@
 
 namespace {
 
-enum ExitCode { Ok = 0, PaymentDisagrees = 1, CannotStart = 3 };
+enum ExitCode { Ok = 0, PaymentDisagrees = 1, WrongScenario = 2, CannotStart = 3 };
 
 bool hasScreen()
 {
@@ -37,7 +39,8 @@ bool needsNoScreen(int argc, char *argv[])
         const QByteArray argument(argv[i]);
         if (argument == "--visible")
             return false;
-        demo = demo || argument.startsWith("--demo") || argument.startsWith("--help")
+        demo = demo || argument.startsWith("--demo") || argument.startsWith("--scenario")
+            || argument.startsWith("--help")
             || argument == "--version" || argument == "-h" || argument == "-v";
     }
     return demo;
@@ -66,6 +69,22 @@ int runDemo(const CommandLine &commandLine, TerminalContext &context, MainWindow
     return demo.run() ? Ok : PaymentDisagrees;
 }
 
+int runScenario(const CommandLine &commandLine, const ScenarioCommands &commands,
+                TerminalContext &context, MainWindow &window)
+{
+    if (!context.pluginHost().isLoaded()) {
+        const QStringList reasons{context.pluginHost().error(), context.pluginHost().details()};
+        return cannotStart(reasons.join(QLatin1Char('\n')).trimmed());
+    }
+    ScenarioRun scenario(context, window, {commandLine.outFolder, commandLine.pause});
+    const bool ok = scenario.run(commands);
+    for (const QString &failure : scenario.failures())
+        std::fprintf(stderr, "%s\n", qUtf8Printable(failure));
+    std::fprintf(stdout, "%s\n",
+                 ok ? "Сценарий выполнен, суммы сошлись." : "Сценарий не выполнен.");
+    return ok ? Ok : PaymentDisagrees;
+}
+
 int run(QApplication &application, const QStringList &ownArguments)
 {
     const ApplicationSetup setup(application);
@@ -73,7 +92,14 @@ int run(QApplication &application, const QStringList &ownArguments)
     if (!setup.warning().isEmpty())
         std::fprintf(stderr, "%s\n", qUtf8Printable(setup.warning()));
 
-    const bool demo = commandLine.demo != CommandLine::Demo::None;
+    ScenarioParser parser;
+    const bool scenario = !commandLine.scenarioFile.isEmpty();
+    if (scenario && !parser.parseFile(commandLine.scenarioFile)) {
+        std::fprintf(stderr, "%s:%d:%d: %s\n", qUtf8Printable(commandLine.scenarioFile),
+                     parser.line(), parser.column(), qUtf8Printable(parser.error()));
+        return WrongScenario;
+    }
+    const bool demo = scenario || commandLine.demo != CommandLine::Demo::None;
     std::unique_ptr<QTemporaryDir> temporary;
     QString dataFolder = commandLine.dataFolder;
     if (dataFolder.isEmpty() && demo) {
@@ -102,6 +128,8 @@ int run(QApplication &application, const QStringList &ownArguments)
 
     MainWindow window(*context);
     window.show();
+    if (scenario)
+        return runScenario(commandLine, parser.commands(), *context, window);
     if (demo)
         return runDemo(commandLine, *context, window);
     RecoveryDialog::offerAtStart(*context, &window);

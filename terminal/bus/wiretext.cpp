@@ -157,7 +157,9 @@ std::optional<QByteArray> WireText::encode(const QVariant &data, QString *error)
         return std::nullopt;
     }
     error->clear();
-    return QJsonDocument(value.toObject()).toJson(QJsonDocument::Compact);
+    QByteArray body = QJsonDocument(value.toObject()).toJson(QJsonDocument::Compact);
+    // Qt's JSON reader drops a byte order mark that a text begins with, unless it is escaped.
+    return body.replace("\xef\xbb\xbf", "\\ufeff");
 }
 
 std::optional<QVariantMap> WireText::decode(const QByteArray &body, QString *error)

@@ -71,8 +71,8 @@ QVariantList properties(const QVariantMap &map)
         const int tag = it.key().toInt(&isTag);
         if (!isTag)
             continue;
-        const bool repeated = it.value().userType() == QMetaType::QVariantList ||
-                              it.value().userType() == QMetaType::QStringList;
+        const bool repeated = it.value().userType() == QMetaType::QVariantList
+            || it.value().userType() == QMetaType::QStringList;
         const QVariantList values = repeated ? it.value().toList() : QVariantList{it.value()};
         for (const QVariant &value : values) {
             const bool structure = value.userType() == QMetaType::QVariantMap;

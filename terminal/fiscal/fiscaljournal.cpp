@@ -161,9 +161,10 @@ bool FiscalJournal::append(const FiscalRecord &record)
         return false;
     }
     {
-        SqlStatement insert(*m_database, QStringLiteral("INSERT INTO documents (%1) VALUES "
-                                                        "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")
-                                             .arg(COLUMNS));
+        SqlStatement insert(*m_database,
+                            QStringLiteral("INSERT INTO documents (%1) VALUES "
+                                           "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")
+                                .arg(COLUMNS));
         insert.bind(record.number).bind(static_cast<int>(record.form)).bind(record.shift);
         insert.bind(record.receipt)
             .bind(record.time.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss")));
@@ -226,9 +227,10 @@ std::optional<FiscalRecord> FiscalJournal::openShift()
 {
     if (!isOpen())
         return std::nullopt;
-    SqlStatement last(*m_database, QStringLiteral("SELECT %1 FROM documents WHERE form <> 3 "
-                                                  "ORDER BY number DESC LIMIT 1")
-                                       .arg(COLUMNS));
+    SqlStatement last(*m_database,
+                      QStringLiteral("SELECT %1 FROM documents WHERE form <> 3 "
+                                     "ORDER BY number DESC LIMIT 1")
+                          .arg(COLUMNS));
     const std::optional<FiscalRecord> report = first(last, m_storage, &m_error);
     return report && report->form == FiscalRecord::Form::OpenShift ? report : std::nullopt;
 }
@@ -245,8 +247,9 @@ int FiscalJournal::lastReceiptInShift(int shift)
 {
     if (!isOpen())
         return 0;
-    SqlStatement last(*m_database, QStringLiteral("SELECT coalesce(max(receipt), 0) FROM documents "
-                                                  "WHERE form = 3 AND shift = ?"));
+    SqlStatement last(*m_database,
+                      QStringLiteral("SELECT coalesce(max(receipt), 0) FROM documents "
+                                     "WHERE form = 3 AND shift = ?"));
     last.bind(shift);
     return int(firstNumber(last, &m_error));
 }
@@ -279,9 +282,10 @@ QVector<FiscalRecord> FiscalJournal::receipts(int offset, int limit)
     QVector<FiscalRecord> result;
     if (!isOpen())
         return result;
-    SqlStatement page(*m_database, QStringLiteral("SELECT %1 FROM documents WHERE form = 3 "
-                                                  "ORDER BY number DESC LIMIT ? OFFSET ?")
-                                       .arg(COLUMNS));
+    SqlStatement page(*m_database,
+                      QStringLiteral("SELECT %1 FROM documents WHERE form = 3 "
+                                     "ORDER BY number DESC LIMIT ? OFFSET ?")
+                          .arg(COLUMNS));
     page.bind(limit).bind(offset);
     if (!page.run())
         m_error = page.error();
@@ -296,9 +300,10 @@ QVector<ReceiptHead> FiscalJournal::heads(qint64 after, int limit)
     m_error = isOpen() ? QString() : QStringLiteral("Журнал фискального накопителя не открыт.");
     if (!isOpen())
         return result;
-    SqlStatement page(*m_database, QStringLiteral("SELECT %1 FROM documents WHERE form = 3 AND "
-                                                  "number > ? ORDER BY number LIMIT ?")
-                                       .arg(HEAD_COLUMNS));
+    SqlStatement page(*m_database,
+                      QStringLiteral("SELECT %1 FROM documents WHERE form = 3 AND "
+                                     "number > ? ORDER BY number LIMIT ?")
+                          .arg(HEAD_COLUMNS));
     page.bind(after).bind(limit);
     if (!page.run())
         m_error = page.error();

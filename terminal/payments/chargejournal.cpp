@@ -175,8 +175,7 @@ QVector<ChargeRecord> ChargeJournal::select(const QString &rest, const QVariantL
         m_error = QStringLiteral("Журнал списаний с карт не открыт.");
         return result;
     }
-    SqlStatement rows(*m_database,
-                      QStringLiteral("SELECT %1 FROM charges %2").arg(COLUMNS, rest));
+    SqlStatement rows(*m_database, QStringLiteral("SELECT %1 FROM charges %2").arg(COLUMNS, rest));
     for (const QVariant &value : values)
         rows.bind(value);
     if (!run(rows))
@@ -202,9 +201,8 @@ std::optional<ChargeRecord> ChargeJournal::charge(qint64 id)
 
 std::optional<ChargeRecord> ChargeJournal::chargeOfReceipt(const QString &storage, qint64 document)
 {
-    const QVector<ChargeRecord> found =
-        select(QStringLiteral("WHERE fiscal_storage = ? AND fiscal_document = ?"),
-               {storage, document});
+    const QVector<ChargeRecord> found = select(
+        QStringLiteral("WHERE fiscal_storage = ? AND fiscal_document = ?"), {storage, document});
     return found.isEmpty() ? std::nullopt : std::make_optional(found.constFirst());
 }
 
@@ -275,14 +273,16 @@ bool ChargeJournal::refund(qint64 id, const QDateTime &when)
         return false;
     }
     if (known->refunded.isValid()) {
-        m_error = QStringLiteral("Деньги по этому списанию уже возвращены на карту, RRN возврата %1.")
-                      .arg(known->refundRrn);
+        m_error =
+            QStringLiteral("Деньги по этому списанию уже возвращены на карту, RRN возврата %1.")
+                .arg(known->refundRrn);
         return false;
     }
     if (known->fiscalDocument > 0) {
-        m_error = QStringLiteral("По этому списанию пробит чек № ФД %1. Сначала пробейте на кассе чек "
-                                 "возврата.")
-                      .arg(known->fiscalDocument);
+        m_error =
+            QStringLiteral("По этому списанию пробит чек № ФД %1. Сначала пробейте на кассе чек "
+                           "возврата.")
+                .arg(known->fiscalDocument);
         return false;
     }
     FaultPoint::pass(FaultPoint::Place::RefundBeforeCommit);

@@ -41,8 +41,7 @@ Outbox::~Outbox() = default;
 
 qint64 Outbox::now() const
 {
-    return m_timing.now ? m_timing.now()
-                        : QDeadlineTimer::current(Qt::PreciseTimer).deadline();
+    return m_timing.now ? m_timing.now() : QDeadlineTimer::current(Qt::PreciseTimer).deadline();
 }
 
 void Outbox::start(MessageBus &bus)
@@ -215,8 +214,8 @@ qint64 Outbox::untilNext()
     const QVector<qint64> packs = m_store.unposted() + m_again;
     qint64 next = -1;
     for (const qint64 packId : packs) {
-        const qint64 at = isOnTheWay(packId) ? m_onTheWay.value(packId)
-                                             : m_waits.value(packId).notBefore;
+        const qint64 at =
+            isOnTheWay(packId) ? m_onTheWay.value(packId) : m_waits.value(packId).notBefore;
         next = next < 0 ? at : std::min(next, at);
     }
     return next < 0 ? -1 : std::max<qint64>(0, next - now());

@@ -51,8 +51,8 @@ public:
     Outbox(PaymentsStore &store, qint64 boxId, OutboxTiming timing = {}, QObject *parent = nullptr);
     ~Outbox() override;
 
-    /// From now on works by itself: posts at once what an earlier run left, also once more the packs
-    /// that billing has not confirmed, and later whatever waits.
+    /// From now on works by itself: posts at once what an earlier run left, also once more the
+    /// packs that billing has not confirmed, and later whatever waits.
     void start(MessageBus &bus);
     /// Posts now, refused before or not, what is not on its way; returns how many.
     int drain(MessageBus &bus);

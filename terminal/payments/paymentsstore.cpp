@@ -38,8 +38,8 @@ struct Condition
     QString where() const
     {
         return clauses.isEmpty()
-                   ? QString()
-                   : QStringLiteral(" WHERE ") + clauses.join(QStringLiteral(" AND "));
+            ? QString()
+            : QStringLiteral(" WHERE ") + clauses.join(QStringLiteral(" AND "));
     }
     void bindTo(SqlStatement *statement) const
     {
@@ -139,18 +139,18 @@ bool PaymentsStore::save(const PaymentRecord &record, const QVariantMap &pack)
         }
     }
     if (!record.fiscalDocument.isEmpty()) {
-        const auto other =
-            packOfReceipt(record.fiscalStorage, record.fiscalDocument.toLongLong());
+        const auto other = packOfReceipt(record.fiscalStorage, record.fiscalDocument.toLongLong());
         if (other || !m_error.isEmpty())
             return other && isSamePayment(*other, record);
     }
     {
         SqlStatement insert(
-            *m_database, QStringLiteral("INSERT INTO packs (pack_id, state, created, provider_id, "
-                                        "provider_name, account, sum, cash, card, "
-                                        "fiscal_storage, fiscal_document, fiscal_sign, saved, "
-                                        "recovered, body) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
-                                        "?, ?, ?, ?, ?)"));
+            *m_database,
+            QStringLiteral("INSERT INTO packs (pack_id, state, created, provider_id, "
+                           "provider_name, account, sum, cash, card, "
+                           "fiscal_storage, fiscal_document, fiscal_sign, saved, "
+                           "recovered, body) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
+                           "?, ?, ?, ?, ?)"));
         insert.bind(record.packId)
             .bind(static_cast<int>(PackState::Saved))
             .bind(PaymentRows::stamp(record.created));
@@ -184,7 +184,9 @@ bool PaymentsStore::advance(qint64 packId, PackState state)
                       QStringLiteral("UPDATE packs SET state = ?, %1 = ?, last_error = '' "
                                      "WHERE pack_id = ? AND state < ?")
                           .arg(PaymentRows::timeColumn(state)));
-    move.bind(static_cast<int>(state)).bind(PaymentRows::stamp(QDateTime::currentDateTimeUtc())).bind(packId);
+    move.bind(static_cast<int>(state))
+        .bind(PaymentRows::stamp(QDateTime::currentDateTimeUtc()))
+        .bind(packId);
     move.bind(static_cast<int>(state));
     if (state == PackState::HandedOn)
         FaultPoint::pass(FaultPoint::Place::HandOnBeforeCommit);
@@ -214,8 +216,9 @@ std::optional<PaymentRecord> PaymentsStore::record(qint64 packId)
 {
     if (!ready())
         return std::nullopt;
-    SqlStatement find(*m_database,
-                      QStringLiteral("SELECT %1 FROM packs WHERE pack_id = ?").arg(PaymentRows::columns()));
+    SqlStatement find(
+        *m_database,
+        QStringLiteral("SELECT %1 FROM packs WHERE pack_id = ?").arg(PaymentRows::columns()));
     find.bind(packId);
     if (!run(find) || !find.next())
         return std::nullopt;

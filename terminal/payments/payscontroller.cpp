@@ -8,8 +8,8 @@
 
 #include <QStringList>
 
-const QString PaysController::PACK_DESTINATION = QStringLiteral("/app/add_pay_pack");
-const QString PaysController::BOX_ID = QStringLiteral("boxId");
+const QString &PaysController::PACK_DESTINATION = Outbox::PACK_DESTINATION;
+const QString &PaysController::BOX_ID = Outbox::BOX_ID;
 const QString PaysController::RECOVERED = QStringLiteral("recovered");
 
 namespace {

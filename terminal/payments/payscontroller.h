@@ -24,9 +24,9 @@ class PaysController final : public QObject
 
 public:
     /// Where pay packs are posted to.
-    static const QString PACK_DESTINATION;
+    static const QString &PACK_DESTINATION;
     /// Keys that a posted pack carries besides the pack's own map: decimal text.
-    static const QString BOX_ID;
+    static const QString &BOX_ID;
     static const QString RECOVERED;
 
     /// `store` must be open and outlive the controller.

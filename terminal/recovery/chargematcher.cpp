@@ -20,8 +20,7 @@ bool mayBelong(const ChargeRecord &charge, const ReceiptHead &receipt)
 
 } // namespace
 
-ChargeMatcher::ChargeMatcher(ChargeJournal &charges, FiscalJournal &fiscal,
-                             PaymentsStore &payments)
+ChargeMatcher::ChargeMatcher(ChargeJournal &charges, FiscalJournal &fiscal, PaymentsStore &payments)
     : m_charges(charges), m_fiscal(fiscal), m_payments(payments)
 {
 }

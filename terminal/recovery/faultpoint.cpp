@@ -54,7 +54,7 @@ Plan planOfEnvironment()
     if (wanted.isEmpty())
         return plan;
     const int colon = wanted.indexOf(':');
-    const QByteArray name = wanted.left(colon);
+    const QByteArray name = colon < 0 ? wanted : wanted.left(colon);
     bool counted = true;
     plan.left = colon < 0 ? 1 : wanted.mid(colon + 1).toInt(&counted);
     for (const Name &each : NAMES) {

@@ -65,11 +65,10 @@ QString payDataOf(const QVector<ReceiptOrigin::Item> &items,
 {
     QVariantList services;
     for (const ReceiptOrigin::Item &item : items) {
-        services.append(
-            listed(QStringLiteral("service"),
-                   {named(QStringLiteral("name"), item.name),
-                    named(QStringLiteral("distributed"),
-                          basix::FixNumber(100, item.cost).toString())}));
+        services.append(listed(
+            QStringLiteral("service"),
+            {named(QStringLiteral("name"), item.name),
+             named(QStringLiteral("distributed"), basix::FixNumber(100, item.cost).toString())}));
     }
     QVariantList counters;
     for (const ReceiptOrigin::Reading &reading : readings) {

@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr int PAGE = 500;
+constexpr int PAGE = 100;
 constexpr int INCOME = 1;
 /// Parts of one hundredth are left out of a pack, at most one in cash and one by card.
 constexpr qint64 LEFT_OUT = 2;
@@ -194,8 +194,9 @@ QString PaymentReconciler::repetitionOf(const ReceiptHead &receipt)
         if (each.total == receipt.total && each.settlementSign == receipt.settlementSign
             && each.documentNumber.mid(secondsDigits)
                 == receipt.documentNumber.mid(secondsDigits)) {
-            return QStringLiteral(" Внимание: позже по тому же счёту на ту же сумму пробит чек № ФД "
-                                  "%1. Возможно, это тот же платёж.")
+            return QStringLiteral(
+                       " Внимание: позже по тому же счёту на ту же сумму пробит чек № ФД "
+                       "%1. Возможно, это тот же платёж.")
                 .arg(each.number);
         }
     }
@@ -261,15 +262,15 @@ PaymentCase PaymentReconciler::caseOf(const PaymentRecord &pack,
     case PackState::HandedOn:
         payment.state = State::SavedNotPosted;
         payment.story = QStringLiteral("Платёж сохранён и ещё не ушёл в биллинг.") + refusal;
-        payment.wayOut = QStringLiteral(
-            "Программа отправит его сама, когда появится связь. Можно отправить сейчас: «Отправить».");
+        payment.wayOut = QStringLiteral("Программа отправит его сама, когда появится связь. Можно "
+                                        "отправить сейчас: «Отправить».");
         break;
     case PackState::Posted:
         payment.state = State::PostedNotAcknowledged;
         payment.story = QStringLiteral("Платёж отправлен %1, биллинг его ещё не подтвердил.%2")
                             .arg(shown(pack.posted), refusal);
-        payment.wayOut = QStringLiteral(
-            "Подождите или нажмите «Отправить»: дважды биллинг его не примет.");
+        payment.wayOut =
+            QStringLiteral("Подождите или нажмите «Отправить»: дважды биллинг его не примет.");
         break;
     case PackState::Acknowledged:
         payment.state = lost ? State::Disagrees : State::Agreed;
@@ -277,23 +278,23 @@ PaymentCase PaymentReconciler::caseOf(const PaymentRecord &pack,
             ? QStringLiteral("Биллинг подтвердил платёж %1, а теперь его не знает.")
                   .arg(shown(pack.acknowledged))
             : QStringLiteral("Платёж подтверждён биллингом.");
-        payment.wayOut = lost ? QStringLiteral("Нажмите «Отправить» и сообщите в биллинг.")
-                              : QString();
+        payment.wayOut =
+            lost ? QStringLiteral("Нажмите «Отправить» и сообщите в биллинг.") : QString();
         break;
     }
     const bool ours = pack.fiscalStorage == m_sources.fiscal.storageNumber();
     if (!receipt && ours) {
         payment.state = State::Disagrees;
-        payment.story += QStringLiteral(" Его чека № ФД %1 в журнале кассы нет.")
-                             .arg(pack.fiscalDocument);
-        payment.wayOut = QStringLiteral("Сверьтесь с лентой кассы и обратитесь в поддержку.");
-    } else if (receipt && (differs(receipt->cash, pack.cash) || differs(receipt->cashless, pack.card))) {
-        payment.state = State::Disagrees;
         payment.story +=
-            QStringLiteral(" В чеке наличными %1 и картой %2, в платеже %3 и %4.")
-                .arg(money(basix::FixNumber(100, receipt->cash)),
-                     money(basix::FixNumber(100, receipt->cashless)), money(pack.cash),
-                     money(pack.card));
+            QStringLiteral(" Его чека № ФД %1 в журнале кассы нет.").arg(pack.fiscalDocument);
+        payment.wayOut = QStringLiteral("Сверьтесь с лентой кассы и обратитесь в поддержку.");
+    } else if (receipt
+               && (differs(receipt->cash, pack.cash) || differs(receipt->cashless, pack.card))) {
+        payment.state = State::Disagrees;
+        payment.story += QStringLiteral(" В чеке наличными %1 и картой %2, в платеже %3 и %4.")
+                             .arg(money(basix::FixNumber(100, receipt->cash)),
+                                  money(basix::FixNumber(100, receipt->cashless)), money(pack.cash),
+                                  money(pack.card));
         payment.wayOut = QStringLiteral("Сверьтесь с лентой кассы и обратитесь в поддержку.");
     }
     if (pack.recovered)

@@ -22,9 +22,9 @@ constexpr QFileDevice::Permissions OTHERS = QFileDevice::ReadGroup | QFileDevice
 
 QStringList ownNames()
 {
-    return {QStringLiteral("*.sqlite"), QStringLiteral("*.sqlite-wal"),
+    return {QStringLiteral("*.sqlite"),     QStringLiteral("*.sqlite-wal"),
             QStringLiteral("*.sqlite-shm"), QStringLiteral("terminal.lock"),
-            QStringLiteral("trace.log"), QStringLiteral("trace.log.old")};
+            QStringLiteral("trace.log"),    QStringLiteral("trace.log.old")};
 }
 
 bool isOpenToOthers(const QFileInfo &file)

@@ -43,8 +43,8 @@ void readLine(const QString &line, ReceiptOrigin *origin)
     const QString label = line.left(tab);
     const QString value = line.mid(tab + 1).trimmed();
     if (label == LABEL_ACCOUNT || label == LABEL_CONTRACT) {
-        origin->payer = label == LABEL_ACCOUNT ? ReceiptOrigin::Payer::Individual
-                                               : ReceiptOrigin::Payer::Legal;
+        origin->payer =
+            label == LABEL_ACCOUNT ? ReceiptOrigin::Payer::Individual : ReceiptOrigin::Payer::Legal;
         origin->account = value;
     } else if (label == LABEL_PERIOD) {
         origin->period = value;

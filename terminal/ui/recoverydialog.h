@@ -16,7 +16,8 @@ class RecoveryDialogModel;
 class TerminalContext;
 
 /// Payments that did not come through: what happened to each and what can be done about it. The
-/// buttons act on all selected payments; what cannot be done says why and leaves the payment listed.
+/// buttons act on all selected payments; what cannot be done says why and leaves the payment
+/// listed.
 class RecoveryDialog final : public QDialog
 {
     Q_OBJECT
@@ -27,8 +28,8 @@ public:
                    QWidget *parent = nullptr);
     ~RecoveryDialog() override;
 
-    /// Compares the sources anew, with a progress that can be cancelled after a while. False when it
-    /// was cancelled or a source could not be read; the list then holds what was found so far.
+    /// Compares the sources anew, with a progress that can be cancelled after a while. False when
+    /// it was cancelled or a source could not be read; the list then holds what was found so far.
     bool load();
     int openCount() const;
 

@@ -82,6 +82,9 @@ void ModalAnswers::look()
     // test, not answered.
     if (!dialog || !dialog->isVisible() || dialog->inherits("QWizard"))
         return;
+    // A key pressed before a dialog has become active would reach nobody.
+    if (!dialog->isActiveWindow())
+        return;
     if (dialog == m_answered) {
         if (m_since.elapsed() > watchdogMs) {
             m_problems.append(QStringLiteral("did not close: ") + dialog->windowTitle());

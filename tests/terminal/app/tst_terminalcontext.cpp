@@ -88,7 +88,7 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         for (const char *name :
-             {"billing.sqlite", "fiscal.sqlite", "payments.sqlite", "host.sqlite"})
+             {"billing.sqlite", "fiscal.sqlite", "payments.sqlite", "host.sqlite", "charges.sqlite"})
             QTest::newRow(name) << QString::fromLatin1(name);
     }
 
@@ -160,7 +160,7 @@ private slots:
             | QFileDevice::ReadOther | QFileDevice::WriteOther;
         const QFileInfoList files =
             QDir(folder.path()).entryInfoList({QStringLiteral("*.sqlite*")}, QDir::Files);
-        QVERIFY(files.size() >= 4);
+        QVERIFY(files.size() >= 5);
         for (const QFileInfo &file : files)
             QVERIFY2(!(file.permissions() & others), qPrintable(file.fileName()));
     }

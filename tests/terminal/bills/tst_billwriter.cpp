@@ -107,23 +107,23 @@ private slots:
         QVERIFY(writer.codeSide() >= 30);
         // Measured on the picture: dark modules with their quiet zone of four modules on either
         // side.
-        const QImage picture = writer.picture(254);
+        const QImage picture = writer.picture(127);
         int left = picture.width();
         int right = 0;
         for (int y = 0; y < picture.height() / 3; ++y) {
             for (int x = picture.width() / 2; x < picture.width(); ++x) {
-                // The finder patterns are the only black runs of 2 mm in the upper right of the
+                // The finder patterns are the only black runs of 3 mm in the upper right of the
                 // page.
-                bool run = x + 30 < picture.width();
-                for (int i = 0; run && i < 30; ++i)
+                bool run = x + 15 < picture.width();
+                for (int i = 0; run && i < 15; ++i)
                     run = qGray(picture.pixel(x + i, y)) < 40;
                 if (run) {
                     left = qMin(left, x);
-                    right = qMax(right, x + 30);
+                    right = qMax(right, x + 15);
                 }
             }
         }
-        const double millimetres = (right - left) / 10.0;
+        const double millimetres = (right - left) / 5.0;
         QVERIFY2(millimetres >= 30 && millimetres <= writer.codeSide(),
                  qPrintable(QString::number(millimetres)));
     }

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int LONG_MS = 15000;
+constexpr int LONG_MS = 60000;
 
 QVariantMap request(const QString &uid, const QString &text = QString())
 {

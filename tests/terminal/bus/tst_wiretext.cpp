@@ -83,6 +83,7 @@ void tst_WireText::readsBackWhatItWrote()
 {
     const QVariantMap map{{QStringLiteral("uid"), QStringLiteral("-9223372036854775808")},
                           {QStringLiteral("summ"), 1500.5},
+                          {QStringLiteral("\ufeffmark"), QStringLiteral("\ufeffa\ufeff")},
                           {QStringLiteral("list"), QVariantList{QStringLiteral("a"), true}}};
     QString error;
     const std::optional<QByteArray> body = WireText::encode(map, &error);

@@ -83,8 +83,9 @@ void tst_EmulatedRegister::printsAReceipt()
     QSignalSpy registered(m_register.get(), &EmulatedRegister::receiptRegistered);
     QVERIFY2(print(), qPrintable(m_error));
     QVERIFY(m_error.isEmpty());
-    QCOMPARE(m_result.keys(), (QStringList{QStringLiteral("data"), QStringLiteral("document"),
-                                           QStringLiteral("fiscprops")}));
+    QCOMPARE(m_result.keys(),
+             (QStringList{QStringLiteral("data"), QStringLiteral("document"),
+                          QStringLiteral("fiscprops")}));
     QCOMPARE(m_result.value(QStringLiteral("document")).toMap(), good());
     QCOMPARE(data().value(FiscalData::STORAGE).toString(), m_journal->storageNumber());
     // The report that opened the shift is the first document.
@@ -278,14 +279,14 @@ void tst_EmulatedRegister::answersAgainWhateverItsCondition()
 void tst_EmulatedRegister::refusesAnotherReceiptUnderTheSameNumber_data()
 {
     QTest::addColumn<QVariantMap>("second");
-    QTest::newRow("another sum")
-        << withLines({agentLine(QStringLiteral("Холодное водоснабжение"), 100)}, 100, 0);
+    QTest::newRow("another sum") << withLines(
+        {agentLine(QStringLiteral("Холодное водоснабжение"), 100)}, 100, 0);
     QTest::newRow("another split")
         << with(with(good(), FiscalTag::CashSum, 50000), FiscalTag::CashlessSum, 100050);
     QTest::newRow("another contact")
         << with(good(), FiscalTag::ClientContact, QStringLiteral("a@example.org"));
-    QTest::newRow("another name")
-        << withInLine(good(), FiscalTag::ItemName, QStringLiteral("Водоотведение"));
+    QTest::newRow("another name") << withInLine(good(), FiscalTag::ItemName,
+                                                QStringLiteral("Водоотведение"));
 }
 
 void tst_EmulatedRegister::refusesAnotherReceiptUnderTheSameNumber()

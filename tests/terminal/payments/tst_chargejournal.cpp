@@ -42,8 +42,7 @@ private:
         SberPosLibHandler terminal(nullptr);
         QString error;
         QStringList slip;
-        return terminal.init(error)
-            && terminal.pay(basix::FixNumber(100, kopecks), error, slip);
+        return terminal.init(error) && terminal.pay(basix::FixNumber(100, kopecks), error, slip);
     }
     QString file() const { return m_folder->filePath(QStringLiteral("charges.sqlite")); }
 
@@ -113,7 +112,8 @@ void tst_ChargeJournal::keepsWhatItCannotWriteForLater()
     ChargeJournal closed;
     closed.follow(*CardChargeLog::instance());
     QSignalSpy notKept(&closed, &ChargeJournal::notKept);
-    QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("123.00.*not in the journal")));
+    QTest::ignoreMessage(QtCriticalMsg,
+                         QRegularExpression(QStringLiteral("123.00.*not in the journal")));
     QVERIFY(pay(12300));
     QCOMPARE(notKept.size(), 1);
     QCOMPARE(closed.unkept(), 1);

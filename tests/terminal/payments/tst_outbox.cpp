@@ -33,7 +33,11 @@ private:
     void save(qint64 id);
     void start();
     /// Lets the bus answer what it was sent.
-    void settle() { QTest::qWait(1); QCoreApplication::processEvents(); }
+    void settle()
+    {
+        QTest::qWait(1);
+        QCoreApplication::processEvents();
+    }
     QVector<qint64> taken() const { return m_taken; }
     PackState state(qint64 id) { return m_store->record(id)->state; }
 

@@ -138,8 +138,7 @@ void tst_PaysController::savesForTheJournal()
     QCOMPARE(record->cash.value(), Q_INT64_C(50050));
     QCOMPARE(record->card.value(), Q_INT64_C(100000));
     QCOMPARE(record->fiscalStorage, QStringLiteral("9960440300000001"));
-    QCOMPARE(record->fiscalDocument,
-             pack.fiscData().value(QStringLiteral("fd")).toString());
+    QCOMPARE(record->fiscalDocument, pack.fiscData().value(QStringLiteral("fd")).toString());
     QCOMPARE(record->state, PackState::Saved);
 }
 

@@ -29,7 +29,7 @@
 
 namespace {
 
-constexpr int LONG_MS = 30000;
+constexpr int LONG_MS = 60000;
 constexpr qint64 SUM = 125;
 
 QVariantMap packOf(qint64 id, qint64 sum = SUM)

@@ -40,7 +40,8 @@ add_library(terminal_core STATIC
     recovery/paymentreconciler.h recovery/paymentreconciler.cpp
     recovery/privatedata.h recovery/privatedata.cpp
     recovery/receiptorigin.h recovery/receiptorigin.cpp
-    storage/sqlstatement.h storage/sqlstatement.cpp)
+    storage/sqlstatement.h storage/sqlstatement.cpp
+    storage/writecheck.h storage/writecheck.cpp)
 selmar_conventions(terminal_core)
 target_include_directories(terminal_core PUBLIC ${CMAKE_CURRENT_LIST_DIR})
 target_link_libraries(terminal_core PUBLIC Qt5::Core basixcore molvacore PRIVATE Qt5::Sql)

@@ -2,6 +2,7 @@
 
 #include <recovery/faultpoint.h>
 #include <storage/sqlstatement.h>
+#include <storage/writecheck.h>
 
 #include <basixcore/sqlitedatabase.h>
 #include <basixcore/sqliteschema.h>
@@ -122,7 +123,9 @@ bool FiscalJournal::open(const QString &file)
         m_error = m_database->lastError();
         return false;
     }
-    m_storage = readStorageNumber(*m_database, &m_error);
+    m_error = writeProblem(*m_database);
+    if (m_error.isEmpty())
+        m_storage = readStorageNumber(*m_database, &m_error);
     if (m_storage.isEmpty())
         m_database->close();
     return isOpen();

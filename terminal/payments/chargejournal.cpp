@@ -2,6 +2,7 @@
 
 #include <recovery/faultpoint.h>
 #include <storage/sqlstatement.h>
+#include <storage/writecheck.h>
 
 #include <basixcore/sqlitedatabase.h>
 #include <basixcore/sqliteschema.h>
@@ -87,8 +88,10 @@ bool ChargeJournal::open(const QString &file)
 {
     m_database = std::make_unique<basix::SqliteDatabase>();
     const bool opened = m_database->open(file, schema());
-    m_error = m_database->lastError();
-    return opened;
+    m_error = opened ? writeProblem(*m_database) : m_database->lastError();
+    if (!m_error.isEmpty())
+        m_database->close();
+    return isOpen();
 }
 
 bool ChargeJournal::isOpen() const

@@ -3,6 +3,7 @@
 #include <payments/paymentrows.h>
 #include <recovery/faultpoint.h>
 #include <storage/sqlstatement.h>
+#include <storage/writecheck.h>
 
 #include <basixcore/sqlitedatabase.h>
 #include <basixcore/sqlitetransaction.h>
@@ -74,8 +75,10 @@ bool PaymentsStore::open(const QString &file)
 {
     m_database = std::make_unique<basix::SqliteDatabase>();
     const bool opened = m_database->open(file, PaymentRows::schema());
-    m_error = m_database->lastError();
-    return opened;
+    m_error = opened ? writeProblem(*m_database) : m_database->lastError();
+    if (!m_error.isEmpty())
+        m_database->close();
+    return isOpen();
 }
 
 bool PaymentsStore::isOpen() const

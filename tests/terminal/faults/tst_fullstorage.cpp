@@ -51,8 +51,7 @@ void tst_FullStorage::aFullDiskRefusesAndKeeps()
 void tst_FullStorage::aReadOnlyDatabaseRefuses_data()
 {
     QTest::addColumn<QString>("name");
-    for (const char *name :
-         {"payments.sqlite", "fiscal.sqlite", "charges.sqlite", "billing.sqlite"})
+    for (const char *name : {"payments.sqlite", "fiscal.sqlite", "charges.sqlite"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 

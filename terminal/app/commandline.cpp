@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 namespace {
 
@@ -59,12 +60,34 @@ CommandLine CommandLine::parse(const QStringList &arguments)
                                   QStringLiteral("Пауза между шагами показа."),
                                   QStringLiteral("мс"), QStringLiteral("0"));
 
+    const QCommandLineOption bill(
+        QStringLiteral("bill"),
+        QStringLiteral("Записать образец квитанции этого счёта или договора в файл ключа --file и "
+                       "выйти."),
+        QStringLiteral("счёт"));
+    const QCommandLineOption document(
+        QStringLiteral("document"),
+        QStringLiteral("Документ договора для --bill; без ключа — первый неоплаченный."),
+        QStringLiteral("номер"));
+    const QCommandLineOption encoding(
+        QStringLiteral("encoding"),
+        QStringLiteral("Кодировка кода для --bill: utf-8, windows-1251 или koi8-r."),
+        QStringLiteral("имя"), CodeEncodings::name(CodeEncoding::Utf8));
+    const QCommandLineOption file(QStringLiteral("file"),
+                                  QStringLiteral("Файл квитанции для --bill: имя.pdf или имя.png."),
+                                  QStringLiteral("файл"));
+    const QCommandLineOption readCode(
+        QStringLiteral("read-code"),
+        QStringLiteral("Напечатать текст кода с картинки, как его ввёл бы сканер, и выйти."),
+        QStringLiteral("картинка"));
+
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Образцовое рабочее место кассира: принимает платежи через подключаемый модуль."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addOptions({data, plugin, demo, scenario, out, visible, slow});
+    parser.addOptions({data, plugin, demo, scenario, out, visible, slow, bill, document, encoding,
+                       file, readCode});
     if (!parser.parse(arguments))
         refuse(parser.errorText());
     if (parser.isSet(help))
@@ -82,8 +105,8 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         result.demo = demoOf(parser.value(demo));
     result.scenarioFile = parser.value(scenario);
     if (parser.isSet(scenario) && (result.scenarioFile.isEmpty() || parser.isSet(demo)))
-        refuse(QStringLiteral(
-            "Ключу --scenario нужен файл, и вместе с --demo он не употребляется."));
+        refuse(
+            QStringLiteral("Ключу --scenario нужен файл, и вместе с --demo он не употребляется."));
     result.outFolder = parser.value(out);
     result.visible = parser.isSet(visible);
     bool ok = false;
@@ -91,9 +114,31 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     if (!ok || result.pause < 0 || result.pause > 60000)
         refuse(QStringLiteral("Пауза «%1» не годится: нужно целое число миллисекунд от 0 до 60000.")
                    .arg(parser.value(slow)));
-    if ((parser.isSet(out) || parser.isSet(slow) || result.visible)
-        && result.demo == Demo::None && result.scenarioFile.isEmpty())
+    if ((parser.isSet(out) || parser.isSet(slow) || result.visible) && result.demo == Demo::None
+        && result.scenarioFile.isEmpty())
         refuse(QStringLiteral("Ключи --out, --slow и --visible имеют смысл только вместе с --demo "
                               "или --scenario."));
+
+    result.billAccount = parser.value(bill);
+    result.billDocument = parser.value(document);
+    result.billFile = parser.value(file);
+    result.codePicture = parser.value(readCode);
+    const std::optional<CodeEncoding> known = CodeEncodings::fromName(parser.value(encoding));
+    if (!known)
+        refuse(QStringLiteral("Кодировки «%1» у кода не бывает. Есть utf-8, windows-1251 и koi8-r.")
+                   .arg(parser.value(encoding)));
+    result.billEncoding = *known;
+    if (parser.isSet(bill) != parser.isSet(file)
+        || (parser.isSet(bill) && (result.billAccount.isEmpty() || result.billFile.isEmpty())))
+        refuse(QStringLiteral("Ключи --bill и --file нужны вместе: чья квитанция и в какой файл."));
+    if ((parser.isSet(document) || parser.isSet(encoding)) && !parser.isSet(bill))
+        refuse(QStringLiteral("Ключи --document и --encoding имеют смысл только вместе с --bill."));
+    if (parser.isSet(readCode) && result.codePicture.isEmpty())
+        refuse(QStringLiteral("Ключу --read-code нужен файл картинки."));
+    const int tasks = int(parser.isSet(demo)) + int(parser.isSet(scenario))
+        + int(parser.isSet(bill)) + int(parser.isSet(readCode));
+    if (tasks > 1)
+        refuse(QStringLiteral(
+            "Из ключей --demo, --scenario, --bill и --read-code употребляется один за раз."));
     return result;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <bills/codeencoding.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -15,6 +17,12 @@ struct CommandLine
     QString outFolder;    ///< empty: the demo or scenario leaves no files
     bool visible = false;
     int pause = 0; ///< milliseconds between the demo's steps
+
+    QString billAccount;  ///< account or contract to write a sample bill of; empty: not given
+    QString billDocument; ///< of the contract; empty: the first unpaid one
+    CodeEncoding billEncoding = CodeEncoding::Utf8;
+    QString billFile;
+    QString codePicture; ///< picture to read a code from; empty: not given
 
     /// Ends the program for --help and --version, and with a message for what it does not
     /// understand.

@@ -1,4 +1,5 @@
 #include "applicationsetup.h"
+#include "codecommands.h"
 #include "commandline.h"
 #include "terminalcontext.h"
 #include "tracelog.h"
@@ -23,7 +24,7 @@
 
 namespace {
 
-enum ExitCode { Ok = 0, PaymentDisagrees = 1, WrongScenario = 2, CannotStart = 3 };
+enum ExitCode { Ok = 0, PaymentDisagrees = 1, NotDone = 1, WrongScenario = 2, CannotStart = 3 };
 
 bool hasScreen()
 {
@@ -40,8 +41,9 @@ bool needsNoScreen(int argc, char *argv[])
         if (argument == "--visible")
             return false;
         demo = demo || argument.startsWith("--demo") || argument.startsWith("--scenario")
-            || argument.startsWith("--help")
-            || argument == "--version" || argument == "-h" || argument == "-v";
+            || argument.startsWith("--bill") || argument.startsWith("--read-code")
+            || argument.startsWith("--help") || argument == "--version" || argument == "-h"
+            || argument == "-v";
     }
     return demo;
 }
@@ -91,6 +93,9 @@ int run(QApplication &application, const QStringList &ownArguments)
     const CommandLine commandLine = CommandLine::parse(QApplication::arguments() + ownArguments);
     if (!setup.warning().isEmpty())
         std::fprintf(stderr, "%s\n", qUtf8Printable(setup.warning()));
+
+    if (CodeCommands::wanted(commandLine))
+        return CodeCommands::run(commandLine) ? Ok : NotDone;
 
     ScenarioParser parser;
     const bool scenario = !commandLine.scenarioFile.isEmpty();

@@ -5,6 +5,7 @@
 #include <billing/billingdatabase.h>
 #include <bills/billhtml.h>
 #include <bills/billwriter.h>
+#include <bills/paymentcodereader.h>
 
 #include <basixcore/fixnumber.h>
 
@@ -29,6 +30,8 @@
 namespace {
 
 constexpr int previewDots = 120; // per inch
+/// The only one that the payment plugin splits a code at.
+const QChar pluginSeparator = QLatin1Char('|');
 constexpr int numberRole = Qt::UserRole;
 constexpr int payerRole = Qt::UserRole + 1;
 constexpr int sampleDocumentRole = Qt::UserRole + 2;
@@ -120,7 +123,7 @@ void BillsPage::makeLayout()
     form->addRow(tr("&Период:"), m_period);
     form->addRow(tr("С&умма в коде:"), m_sumChoice);
     form->addRow(QString(), m_sum);
-    form->addRow(tr("&Кодировка кода:"), m_encoding);
+    form->addRow(tr("Код&ировка кода:"), m_encoding);
 
     auto *textLabel = new QLabel(tr("&Текст кода:"), this);
     textLabel->setBuddy(m_text);
@@ -236,10 +239,17 @@ void BillsPage::refresh()
         return;
     }
     const PaymentCode code = bill->code(encoding());
-    const QStringList problems = code.problems(encoding());
+    QStringList problems = code.problems(encoding());
+    m_code = code.toBytes(encoding());
+    const QChar separator = PaymentCodeReader::read(m_code).separator;
+    if (!m_code.isEmpty() && separator != pluginSeparator) {
+        problems.append(tr("В реквизитах встречается знак «%1», поэтому поля кода разделены знаком "
+                           "«%2». Модуль приёма платежей такой код не разберёт: счёт, период и "
+                           "сумму кассиру придётся набрать.")
+                            .arg(pluginSeparator, separator));
+    }
     m_problems->setText(problems.join(QLatin1Char('\n')));
     m_problems->setVisible(!problems.isEmpty());
-    m_code = code.toBytes(encoding());
     m_text->setPlainText(m_code.isEmpty() ? QString() : code.toText(encoding()));
     m_writer = std::make_unique<BillWriter>(*bill, m_code);
     m_fileName = bill->isLegal() ? tr("счёт-%1-%2").arg(bill->number(), bill->documentNumber())

@@ -1,9 +1,11 @@
 #include "mainwindow.h"
 
+#include "billspage.h"
 #include "journalpage.h"
 #include "modulepage.h"
 #include "paymentpage.h"
 #include "recoverydialog.h"
+#include "scannerpage.h"
 
 #include <app/terminalcontext.h>
 
@@ -24,6 +26,8 @@ MainWindow::MainWindow(TerminalContext &context, QWidget *parent)
       m_pages(new QTabWidget(this)),
       m_paymentPage(new PaymentPage(context, this)),
       m_journalPage(new JournalPage(context, this)),
+      m_billsPage(new BillsPage(context.billing(), this)),
+      m_scannerPage(new ScannerPage(this)),
       m_modulePage(new ModulePage(context.pluginHost(), this)),
       m_register(new QLabel(this)),
       m_bus(new QLabel(this)),
@@ -33,15 +37,21 @@ MainWindow::MainWindow(TerminalContext &context, QWidget *parent)
     resize(1000, 640);
     m_pages->setObjectName(QStringLiteral("twPages"));
     m_pages->setDocumentMode(true);
-    m_pages->addTab(m_paymentPage, tr("&Приём платежей"));
-    m_pages->addTab(m_journalPage, tr("&Журнал"));
-    m_pages->addTab(m_modulePage, tr("О &модуле"));
+    addPage(m_paymentPage, tr("Приём платежей"));
+    addPage(m_journalPage, tr("Журнал"));
+    addPage(m_billsPage, tr("Квитанции"));
+    addPage(m_scannerPage, tr("Сканер"));
+    addPage(m_modulePage, tr("О модуле"));
     setCentralWidget(m_pages);
     makeMenu();
     makeStatusBar();
 
     connect(m_paymentPage, &PaymentPage::paymentRequested, this,
             [this] { startPayment(m_paymentPage->provider()); });
+    connect(m_billsPage, &BillsPage::sentToScanner, this, [this](const QByteArray &code) {
+        m_scannerPage->setCode(code);
+        m_pages->setCurrentWidget(m_scannerPage);
+    });
     connect(&context.fiscalRegister(), &EmulatedRegister::conditionChanged, this,
             &MainWindow::showRegister);
     connect(&context.fiscalRegister(), &EmulatedRegister::receiptRegistered, this,
@@ -65,6 +75,13 @@ void MainWindow::showJournal()
 {
     m_pages->setCurrentWidget(m_journalPage);
     m_journalPage->showNewest();
+}
+
+void MainWindow::addPage(QWidget *page, const QString &title)
+{
+    // Without a letter for Alt: those belong to the fields and buttons of the page that is shown.
+    const int number = m_pages->addTab(page, title);
+    m_pages->setTabToolTip(number, tr("Ctrl+%1").arg(number + 1));
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

@@ -4,15 +4,17 @@
 
 #include <QMainWindow>
 
+class BillsPage;
 class JournalPage;
 class ModulePage;
 class PaymentPage;
 class QLabel;
 class QTabWidget;
+class ScannerPage;
 class TerminalContext;
 
-/// The cashier's window: payments, their journal, the plugin, and the state of the register and the
-/// bus.
+/// The cashier's window: payments, their journal, sample bills and the scanner that reads them, the
+/// plugin, and the state of the register and the bus.
 class MainWindow final : public QMainWindow
 {
     Q_OBJECT
@@ -30,6 +32,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void addPage(QWidget *page, const QString &title);
     void makeMenu();
     void makeStatusBar();
     void showRegister();
@@ -40,6 +43,8 @@ private:
     QTabWidget *m_pages;
     PaymentPage *m_paymentPage;
     JournalPage *m_journalPage;
+    BillsPage *m_billsPage;
+    ScannerPage *m_scannerPage;
     ModulePage *m_modulePage;
     QLabel *m_register;
     QLabel *m_bus;

@@ -129,7 +129,7 @@ void ScannerPage::makeLayout()
     sources->addWidget(m_which, 1);
     sources->addStretch();
 
-    auto *textLabel = new QLabel(tr("Будет &напечатано:"), this);
+    auto *textLabel = new QLabel(tr("Бу&дет напечатано:"), this);
     textLabel->setBuddy(m_text);
     auto *left = new QVBoxLayout;
     left->addWidget(m_result, 1);
@@ -141,7 +141,7 @@ void ScannerPage::makeLayout()
     form->addRow(tr("В &конце кода:"), m_suffix);
     form->addRow(tr("&Пауза между клавишами:"), m_pause);
     form->addRow(tr("Печа&ть:"), m_burst);
-    form->addRow(tr("&Раскладка клавиатуры:"), m_mishap);
+    form->addRow(tr("Раск&ладка клавиатуры:"), m_mishap);
     form->addRow(tr("&Отсчёт перед печатью:"), m_delay);
     auto *hint = new QLabel(
         tr("За время отсчёта поставьте курсор в нужное поле. Без отсчёта: F9 прямо в поле, "

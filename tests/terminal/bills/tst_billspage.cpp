@@ -182,6 +182,26 @@ private slots:
         QVERIFY(!child<QPushButton>("pbBillSave")->isEnabled());
     }
 
+    void separatorThatThePluginDoesNotKnowIsTold()
+    {
+        QVERIFY(!child<QLabel>("lBillProblems")->isVisible());
+        auto account = m_billing->account(SampleAccount::Payer::Individual, SampleNumber::ORDINARY);
+        QVERIFY(account);
+        account->number = SampleNumber::UNKNOWN;
+        account->address = QStringLiteral("ул. Садовая, 1|2");
+        QVERIFY2(m_billing->saveAccount(*account), qPrintable(m_billing->lastError()));
+        choose("cbBillAccount", SampleNumber::UNKNOWN);
+        QVERIFY2(text().startsWith(QStringLiteral("ST00012#Name=")), qPrintable(text()));
+        QVERIFY(child<QLabel>("lBillProblems")->isVisible());
+        QVERIFY(child<QLabel>("lBillProblems")
+                    ->text()
+                    .contains(QStringLiteral("разделены знаком «#»")));
+        // The bill itself is in order.
+        QVERIFY(child<QPushButton>("pbBillSave")->isEnabled());
+        choose("cbBillAccount", SampleNumber::ORDINARY);
+        QVERIFY(!child<QLabel>("lBillProblems")->isVisible());
+    }
+
     void balancesAreReadAgainWhenThePageIsShown()
     {
         auto account = m_billing->account(SampleAccount::Payer::Individual, SampleNumber::ORDINARY);

@@ -1,4 +1,6 @@
+#include <ui/billspage.h>
 #include <ui/mainwindow.h>
+#include <ui/scannerpage.h>
 
 #include <app/terminalcontext.h>
 #include <hostdata/hostdataseeder.h>
@@ -7,9 +9,12 @@
 #include <molvacore/payment.h>
 #include <molvacore/paypack.h>
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QLabel>
+#include <QMap>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -156,6 +161,53 @@ private slots:
         QCOMPARE(pages->currentIndex(), 2);
         QTest::keyClick(m_window.get(), Qt::Key_1, Qt::ControlModifier);
         QCOMPARE(pages->currentIndex(), 0);
+    }
+
+    void lettersForAltAreUniqueOnEveryPage()
+    {
+        auto *pages = child<QTabWidget>("twPages");
+        for (int page = 0; page < pages->count(); ++page) {
+            pages->setCurrentIndex(page);
+            QStringList texts;
+            for (const QAction *menu : m_window->menuBar()->actions())
+                texts.append(menu->text());
+            for (const QAbstractButton *button : m_window->findChildren<QAbstractButton *>()) {
+                if (button->isVisible())
+                    texts.append(button->text());
+            }
+            for (const QLabel *label : m_window->findChildren<QLabel *>()) {
+                if (label->isVisible() && label->buddy())
+                    texts.append(label->text());
+            }
+            for (int tab = 0; tab < pages->count(); ++tab)
+                texts.append(pages->tabText(tab));
+            QMap<QChar, QString> letters;
+            for (const QString &text : qAsConst(texts)) {
+                const int at = text.indexOf(QLatin1Char('&'));
+                if (at < 0)
+                    continue;
+                const QChar letter = text.at(at + 1).toUpper();
+                QVERIFY2(!letters.contains(letter),
+                         qPrintable(QStringLiteral("page %1: %2 | %3")
+                                        .arg(QString::number(page), letters.value(letter), text)));
+                letters.insert(letter, text);
+            }
+        }
+    }
+
+    void codeOfABillGoesToTheScanner()
+    {
+        auto *pages = child<QTabWidget>("twPages");
+        QTest::keyClick(m_window.get(), Qt::Key_3, Qt::ControlModifier);
+        const auto *bills = m_window->findChild<BillsPage *>();
+        QVERIFY(bills->isVisible());
+        QVERIFY(!bills->code().isEmpty());
+        auto *send = child<QPushButton>("pbBillSend");
+        send->setFocus();
+        QTest::keyClick(send, Qt::Key_Space);
+        const auto *scanner = m_window->findChild<ScannerPage *>();
+        QVERIFY(pages->currentWidget() == scanner);
+        QCOMPARE(scanner->text(), QString::fromUtf8(bills->code()));
     }
 
     void nothingIsCutOnASmallScreen()

@@ -40,6 +40,13 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         QStringLiteral(
             "Файл модуля; без ключа — модуль, собранный или установленный вместе с программой."),
         QStringLiteral("файл"));
+    const QCommandLineOption bus(
+        QStringLiteral("bus"),
+        QStringLiteral("Биллинг за сервером сообщений: "
+                       "amqps://имя@сервер:порт/раздел?cacert=ФАЙЛ&passwordfile=ФАЙЛ. Пароль — в "
+                       "файле или в переменной SELMAR_BUS_PASSWORD. Без ключа биллинг внутри "
+                       "программы."),
+        QStringLiteral("адрес"));
     const QCommandLineOption demo(
         QStringLiteral("demo"),
         QStringLiteral("Провести целый платёж самой и выйти: individual — физическое лицо, legal — "
@@ -86,8 +93,8 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         "Образцовое рабочее место кассира: принимает платежи через подключаемый модуль."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addOptions({data, plugin, demo, scenario, out, visible, slow, bill, document, encoding,
-                       file, readCode});
+    parser.addOptions({data, plugin, bus, demo, scenario, out, visible, slow, bill, document,
+                       encoding, file, readCode});
     if (!parser.parse(arguments))
         refuse(parser.errorText());
     if (parser.isSet(help))
@@ -101,12 +108,18 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     CommandLine result;
     result.dataFolder = parser.value(data);
     result.pluginFile = parser.value(plugin);
+    result.busAddress = parser.value(bus);
+    if (parser.isSet(bus) && result.busAddress.isEmpty())
+        refuse(QStringLiteral("Ключу --bus нужен адрес сервера сообщений."));
     if (parser.isSet(demo))
         result.demo = demoOf(parser.value(demo));
     result.scenarioFile = parser.value(scenario);
     if (parser.isSet(scenario) && (result.scenarioFile.isEmpty() || parser.isSet(demo)))
         refuse(
             QStringLiteral("Ключу --scenario нужен файл, и вместе с --demo он не употребляется."));
+    if (parser.isSet(bus) && parser.isSet(scenario))
+        refuse(QStringLiteral("Сценарий управляет биллингом внутри программы, поэтому ключ --bus "
+                              "с --scenario не употребляется."));
     result.outFolder = parser.value(out);
     result.visible = parser.isSet(visible);
     bool ok = false;

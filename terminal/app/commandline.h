@@ -12,6 +12,7 @@ struct CommandLine
 
     QString dataFolder; ///< empty: not given
     QString pluginFile; ///< empty: not given
+    QString busAddress; ///< empty: the bus inside the program
     Demo demo = Demo::None;
     QString scenarioFile; ///< empty: not given; never together with a demo
     QString outFolder;    ///< empty: the demo or scenario leaves no files

@@ -4,6 +4,8 @@
 #include "terminalcontext.h"
 #include "tracelog.h"
 
+#include <bus/amqp/amqpbus.h>
+#include <bus/amqp/brokeraddress.h>
 #include <recovery/privatedata.h>
 #include <scenario/individualdemo.h>
 #include <scenario/legaldemo.h>
@@ -21,6 +23,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -122,7 +125,15 @@ int run(QApplication &application, const QStringList &ownArguments)
         demo && !commandLine.outFolder.isEmpty() ? commandLine.outFolder : dataFolder;
     const TraceLog trace(QDir(traceFolder).filePath(QStringLiteral("trace.log")));
     QString error;
-    const std::unique_ptr<TerminalContext> context = TerminalContext::open(dataFolder, &error);
+    std::unique_ptr<MessageBus> bus;
+    if (!commandLine.busAddress.isEmpty()) {
+        const auto address = BrokerAddress::parseArgument(commandLine.busAddress, &error);
+        if (!address)
+            return cannotStart(error);
+        bus = std::make_unique<AmqpBus>(*address);
+    }
+    const std::unique_ptr<TerminalContext> context =
+        TerminalContext::open(dataFolder, &error, std::move(bus));
     if (!context)
         return cannotStart(error);
     const QString plugin = commandLine.pluginFile.isEmpty() ? ApplicationSetup::defaultPluginFile()

@@ -14,6 +14,8 @@
 
 #include <QDir>
 
+#include <utility>
+
 namespace {
 
 QString fileIn(const QString &folder, const char *name)
@@ -23,7 +25,8 @@ QString fileIn(const QString &folder, const char *name)
 
 } // namespace
 
-std::unique_ptr<TerminalContext> TerminalContext::open(const QString &dataFolder, QString *error)
+std::unique_ptr<TerminalContext> TerminalContext::open(const QString &dataFolder, QString *error,
+                                                       std::unique_ptr<MessageBus> bus)
 {
     if (!PrivateData::closeFolder(dataFolder)) {
         *error = tr("Папку данных «%1» создать не удалось или не удалось закрыть её от других "
@@ -41,21 +44,23 @@ std::unique_ptr<TerminalContext> TerminalContext::open(const QString &dataFolder
     if (!context->openStores(error) || !context->readHostData(error))
         return nullptr;
 
-    BillingEndpoint::attach(context->m_bus, context->m_billingService);
+    context->m_bus = std::move(bus);
+    if (context->billingIsOwn())
+        BillingEndpoint::attach(context->m_ownBus, context->m_billingService);
     context->m_register = std::make_unique<EmulatedRegister>(context->m_fiscalJournal);
     context->m_paysController =
         std::make_unique<PaysController>(context->m_payments, context->m_box.boxId());
-    context->m_paysController->follow(context->m_bus);
+    context->m_paysController->follow(context->bus());
     context->makeReconciler();
     context->m_charges.follow(*CardChargeLog::instance());
-    context->m_paysController->outbox().start(context->m_bus);
+    context->m_paysController->outbox().start(context->bus());
     return context;
 }
 
 void TerminalContext::makeReconciler()
 {
     const auto billingKnows = [this](qint64 packId) -> std::optional<bool> {
-        if (!m_billing.isOpen())
+        if (!billingIsOwn() || !m_billing.isOpen())
             return std::nullopt;
         return m_billing.hasPack(QString::number(packId));
     };
@@ -84,7 +89,7 @@ bool TerminalContext::loadPlugin(const QString &file, const QFont &inputFont)
 {
     if (!m_pluginHost.load(file))
         return false;
-    m_pluginHost.wire(inputFont, m_box, m_bus, std::make_unique<FrHandlerLink>(*m_register),
+    m_pluginHost.wire(inputFont, m_box, bus(), std::make_unique<FrHandlerLink>(*m_register),
                       std::make_unique<PaysControllerWrapper>(m_paysController.get()));
     return true;
 }

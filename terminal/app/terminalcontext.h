@@ -32,9 +32,13 @@ class TerminalContext final : public QObject
 
 public:
     /// Opens the folder, closes it to other users, creates what is missing in it with sample data,
-    /// and sends again the payments that an earlier run could not post. Null, with a Russian text, when anything of
-    /// this fails; files that were there stay as they were.
-    static std::unique_ptr<TerminalContext> open(const QString &dataFolder, QString *error);
+    /// and sends again the payments that an earlier run could not post. Null, with a Russian text,
+    /// when anything of this fails; files that were there stay as they were.
+    ///
+    /// Messages go over `bus`, behind which billing lives elsewhere; without one over ownBus(),
+    /// with billing inside this program.
+    static std::unique_ptr<TerminalContext> open(const QString &dataFolder, QString *error,
+                                                 std::unique_ptr<MessageBus> bus = nullptr);
     ~TerminalContext() override;
 
     /// Loads the plugin and wires it to this workstation. False: see pluginHost() for the reason.
@@ -48,9 +52,16 @@ public:
     QVector<Provider> providers() const { return m_providers; }
 
     PluginHost &pluginHost() { return m_pluginHost; }
-    InProcessBus &bus() { return m_bus; }
+    /// The bus that carries this workstation's messages.
+    MessageBus &bus() { return m_bus ? *m_bus : m_ownBus; }
+    /// The bus inside this program; it carries nothing when open() was given another.
+    InProcessBus &ownBus() { return m_ownBus; }
+    /// True when this program's billing() is the one that payments go to.
+    bool billingIsOwn() const { return !m_bus; }
     EmulatedRegister &fiscalRegister() { return *m_register; }
     FiscalJournal &fiscalJournal() { return m_fiscalJournal; }
+    /// Billing's data in this folder: where payments go, or, when billing lives elsewhere, no more
+    /// than sample accounts.
     BillingDatabase &billing() { return m_billing; }
     PaysController &paysController() { return *m_paysController; }
     PaymentsStore &payments() { return m_payments; }
@@ -74,7 +85,8 @@ private:
     PaymentsStore m_payments;
     ChargeJournal m_charges;
     BillingService m_billingService;
-    InProcessBus m_bus;
+    InProcessBus m_ownBus;
+    std::unique_ptr<MessageBus> m_bus;
     std::unique_ptr<EmulatedRegister> m_register;
     std::unique_ptr<PaysController> m_paysController;
     std::unique_ptr<PaymentReconciler> m_reconciler;

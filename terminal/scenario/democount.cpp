@@ -12,7 +12,11 @@ DemoCount DemoCount::now(TerminalContext &context)
     count.receiptTotal = context.fiscalJournal().receiptTotal();
     count.receipts = context.fiscalJournal().receiptCount();
     count.saved = context.payments().count(PaymentFilter());
-    count.posted = context.billing().packCount();
+    // What billing elsewhere holds is known by what it confirmed.
+    PaymentFilter confirmed;
+    confirmed.state = int(PackState::Acknowledged);
+    count.posted = context.billingIsOwn() ? context.billing().packCount()
+                                          : context.payments().count(confirmed);
     return count;
 }
 
@@ -53,6 +57,8 @@ DemoVerdict::DemoVerdict(TerminalContext &context, const DemoCount &count) : m_c
     expect(QStringLiteral("безналичными в чеке"), m_card,
            document.value(FiscalTag::key(FiscalTag::CashlessSum)).toLongLong());
 
+    if (!context.billingIsOwn())
+        return;
     qint64 taken = 0;
     const QString id = QString::number(m_packId);
     for (const TakenPayment &payment : context.billing().takenPayments(id))

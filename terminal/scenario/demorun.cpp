@@ -21,11 +21,15 @@
 #include <QProgressBar>
 #include <QSaveFile>
 #include <QTextBrowser>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
 
 namespace {
+
+/// A broker may be starting together with the demo.
+constexpr int BUS_PATIENCE_MS = 30000;
 
 bool wizardButtonEnabled(QWizard::WizardButton which)
 {
@@ -64,6 +68,10 @@ bool DemoRun::run()
         say(tr("Папку «%1» создать не удалось.").arg(m_options.outFolder));
         return false;
     }
+    if (!waitForBus()) {
+        say(tr("Показ не начат. %1").arg(m_context.bus().stateText()));
+        return false;
+    }
     removeOldPictures();
     say(title());
     const DemoCount before = DemoCount::now(m_context);
@@ -99,6 +107,20 @@ bool DemoRun::run()
                      QJsonDocument(verdict.summary()).toJson(QJsonDocument::Compact)))
            : tr("Показ не удался."));
     return ok;
+}
+
+bool DemoRun::waitForBus()
+{
+    if (m_context.bus().connected())
+        return true;
+    QEventLoop loop;
+    connect(&m_context.bus(), &MessageBus::stateChanged, &loop, [&loop](bool connected) {
+        if (connected)
+            loop.quit();
+    });
+    QTimer::singleShot(BUS_PATIENCE_MS, &loop, &QEventLoop::quit);
+    loop.exec();
+    return m_context.bus().connected();
 }
 
 void DemoRun::step(const QString &text, const std::function<bool()> &ready,

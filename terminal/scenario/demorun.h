@@ -58,6 +58,7 @@ protected:
     void say(const QString &text);
 
 private:
+    bool waitForBus();
     void planPayment();
     void planFinish();
     bool payPartByCard();

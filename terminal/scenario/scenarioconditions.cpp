@@ -40,11 +40,11 @@ bool ScenarioConditions::apply(const ScenarioCommand &command)
         return settings.save();
     }
     if (command.verb == Verb::BusLink) {
-        m_context.bus().setConnected(first == QLatin1String("1"));
+        m_context.ownBus().setConnected(first == QLatin1String("1"));
         return true;
     }
     if (command.verb == Verb::BusDelay) {
-        m_context.bus().setDelay(first.toInt());
+        m_context.ownBus().setDelay(first.toInt());
         return true;
     }
     if (command.verb == Verb::StoreRefuses) {

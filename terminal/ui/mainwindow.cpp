@@ -1,6 +1,7 @@
 #include "mainwindow.h"
 
 #include "billspage.h"
+#include "connectionbanner.h"
 #include "journalpage.h"
 #include "modulepage.h"
 #include "paymentpage.h"
@@ -19,6 +20,7 @@
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QVBoxLayout>
 
 MainWindow::MainWindow(TerminalContext &context, QWidget *parent)
     : QMainWindow(parent),
@@ -42,7 +44,13 @@ MainWindow::MainWindow(TerminalContext &context, QWidget *parent)
     addPage(m_billsPage, tr("Квитанции"));
     addPage(m_scannerPage, tr("Сканер"));
     addPage(m_modulePage, tr("О модуле"));
-    setCentralWidget(m_pages);
+    auto *central = new QWidget(this);
+    auto *column = new QVBoxLayout(central);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(new ConnectionBanner(context.bus(), central));
+    column->addWidget(m_pages, 1);
+    setCentralWidget(central);
     makeMenu();
     makeStatusBar();
 

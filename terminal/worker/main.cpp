@@ -4,6 +4,7 @@
 
 #include <billing/billingdatabase.h>
 #include <billing/billingservice.h>
+#include <recovery/privatedata.h>
 
 #include <QCoreApplication>
 
@@ -17,13 +18,14 @@ enum ExitCode { Ok = 0, BadOptions = 2, CannotStart = 3 };
 
 int main(int argc, char *argv[])
 {
+    PrivateData::hardenProcess();
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("selmar-billing-worker"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SELMAR_VERSION));
     const WorkerOptions options = WorkerOptions::parse(QCoreApplication::arguments());
 
     QString error;
-    const std::optional<BrokerAddress> address = BrokerAddress::parse(options.bus, &error);
+    const std::optional<BrokerAddress> address = BrokerAddress::parseArgument(options.bus, &error);
     if (!address) {
         std::fprintf(stderr, "%s\n", qUtf8Printable(error));
         return BadOptions;

@@ -27,6 +27,8 @@ std::optional<QString> passwordFromFile(const QString &name, QString *error)
                      .arg(QDir::toNativeSeparators(name), file.errorString());
         return std::nullopt;
     }
+    if (file.permissions() & (QFileDevice::ReadGroup | QFileDevice::ReadOther))
+        qWarning("Password file %s: other users can read it", qUtf8Printable(name));
     QByteArray line = file.readLine(LONGEST_PASSWORD);
     while (line.endsWith('\n') || line.endsWith('\r'))
         line.chop(1);
@@ -120,6 +122,21 @@ std::optional<BrokerAddress> BrokerAddress::parse(const QString &text, QString *
         return std::nullopt;
     address.m_password = *password;
     error->clear();
+    return address;
+}
+
+std::optional<BrokerAddress> BrokerAddress::parseArgument(const QString &text, QString *error)
+{
+    const std::optional<BrokerAddress> address = parse(text, error);
+    qunsetenv(PASSWORD_VARIABLE);
+    if (!QUrl(text.trimmed(), QUrl::StrictMode).password().isEmpty()) {
+        *error = QStringLiteral(
+                     "Пароль к серверу сообщений стоит в командной строке, где его видят все "
+                     "пользователи этой машины. Смените его и укажите в переменной %1 или в файле "
+                     "(?passwordfile=ФАЙЛ).")
+                     .arg(QLatin1String(PASSWORD_VARIABLE));
+        return std::nullopt;
+    }
     return address;
 }
 

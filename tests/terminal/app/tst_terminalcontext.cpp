@@ -87,8 +87,8 @@ private slots:
     void damagedStoreIsRefusedAndKept_data()
     {
         QTest::addColumn<QString>("name");
-        for (const char *name :
-             {"billing.sqlite", "fiscal.sqlite", "payments.sqlite", "host.sqlite", "charges.sqlite"})
+        for (const char *name : {"billing.sqlite", "fiscal.sqlite", "payments.sqlite",
+                                 "host.sqlite", "charges.sqlite"})
             QTest::newRow(name) << QString::fromLatin1(name);
     }
 
@@ -129,6 +129,33 @@ private slots:
             QJsonDocument::fromJson(answers.at(0).at(1).toString().toUtf8()).object();
         QCOMPARE(answer.value(QStringLiteral("uid")).toString(), QStringLiteral("1"));
         QCOMPARE(answer.value(QStringLiteral("error")).toBool(), false);
+    }
+
+    void anotherBusCarriesEverythingAndBillingIsNotHere()
+    {
+        QTemporaryDir folder;
+        QString error;
+        auto given = std::make_unique<InProcessBus>();
+        InProcessBus *elsewhere = given.get();
+        int arrived = 0;
+        elsewhere->serve(PaysController::PACK_DESTINATION, [&arrived](const QVariantMap &) {
+            ++arrived;
+            return InProcessBus::Outcome();
+        });
+        const auto context = TerminalContext::open(folder.path(), &error, std::move(given));
+        QVERIFY2(context, qPrintable(error));
+        QCOMPARE(&context->bus(), static_cast<MessageBus *>(elsewhere));
+        QVERIFY(!context->billingIsOwn());
+        const PayPack pack = somePack(*context);
+        QVERIFY(context->paysController().savePack(pack, true));
+        QCOMPARE(context->paysController().drain(context->bus()), 1);
+        QTRY_COMPARE(context->payments().record(pack.id())->state, PackState::Posted);
+        QCOMPARE(arrived, 1);
+        QCOMPARE(context->billing().packCount(), 0);
+        // Billing elsewhere cannot be asked, and has not said that it lacks the pack.
+        const auto report = context->reconciler().reconcile(PaymentReconciler::Scope::Open);
+        QCOMPARE(report.cases.size(), 1);
+        QCOMPARE(report.cases.at(0).state, PaymentCase::State::PostedNotAcknowledged);
     }
 
     void packLeftBehindIsSentAtTheNextStart()

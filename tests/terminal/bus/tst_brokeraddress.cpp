@@ -1,4 +1,5 @@
 #include <bus/amqp/brokeraddress.h>
+#include <messagelog.h>
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -14,6 +15,8 @@ private slots:
     void refusals_data();
     void refusals();
     void passwordSources();
+    void anArgumentHoldsNoPassword();
+    void aPasswordFileOpenToOthersIsReported();
     void displayHoldsNoPassword();
 };
 
@@ -135,6 +138,44 @@ void tst_BrokerAddress::passwordSources()
     file.close();
     QVERIFY(!BrokerAddress::parse(QStringLiteral("amqp://b@h/v") + option, &error));
     QVERIFY2(error.contains(QStringLiteral("пуст")), qPrintable(error));
+}
+
+void tst_BrokerAddress::anArgumentHoldsNoPassword()
+{
+    QString error;
+    qputenv(BrokerAddress::PASSWORD_VARIABLE, "from environment");
+    const auto address = BrokerAddress::parseArgument(QStringLiteral("amqp://b@h/v"), &error);
+    QVERIFY2(address, qPrintable(error));
+    QCOMPARE(address->password(), QStringLiteral("from environment"));
+    QVERIFY(!qEnvironmentVariableIsSet(BrokerAddress::PASSWORD_VARIABLE));
+
+    for (const char *text :
+         {"amqp://b:geheim@h/v", " amqp://b:geheim@h/v ", "amqp://b:geheim@h/v?x=1"}) {
+        QVERIFY2(!BrokerAddress::parseArgument(QString::fromLatin1(text), &error), text);
+        QVERIFY2(error.contains(QStringLiteral("в командной строке")), qPrintable(error));
+        QVERIFY2(!error.contains(QStringLiteral("geheim")), qPrintable(error));
+    }
+}
+
+void tst_BrokerAddress::aPasswordFileOpenToOthersIsReported()
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("pw")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("geheim");
+    file.close();
+    const QString address = QStringLiteral("amqp://b@h/v?passwordfile=") + file.fileName();
+    QString error;
+    const MessageLog log;
+    QVERIFY(file.setPermissions(QFileDevice::ReadOwner));
+    QVERIFY(BrokerAddress::parse(address, &error));
+    QCOMPARE(log.messages().size(), 0);
+    for (const auto other : {QFileDevice::ReadGroup, QFileDevice::ReadOther}) {
+        QVERIFY(file.setPermissions(QFileDevice::ReadOwner | other));
+        QVERIFY(BrokerAddress::parse(address, &error));
+    }
+    QCOMPARE(log.containing(QtWarningMsg, QStringLiteral("other users")).size(), 2);
+    QVERIFY(log.containing(QtWarningMsg, QStringLiteral("geheim")).isEmpty());
 }
 
 void tst_BrokerAddress::displayHoldsNoPassword()

@@ -132,8 +132,12 @@ private slots:
         m_context->fiscalRegister().setCondition(EmulatedRegister::Condition::PaperOut);
         QVERIFY(statusText().contains(
             EmulatedRegister::conditionText(EmulatedRegister::Condition::PaperOut)));
-        m_context->bus().setConnected(false);
+        m_context->ownBus().setConnected(false);
         QVERIFY(statusText().contains(QStringLiteral("Связь: нет")));
+        QTRY_VERIFY(child<QLabel>("lConnectionBanner")->isVisible());
+        m_context->ownBus().setConnected(true);
+        QVERIFY(statusText().contains(QStringLiteral("Связь: есть")));
+        QVERIFY(!child<QLabel>("lConnectionBanner")->isVisible());
     }
 
     void savedPackAppearsInTheJournal()

@@ -1,9 +1,12 @@
 # The terminal without its windows: bus, billing, fiscal register, payments and their recovery, host data.
 find_package(Qt5 5.15 REQUIRED COMPONENTS Core Sql)
 add_library(terminal_core STATIC
+    bus/busjournal.h bus/busjournal.cpp
+    bus/busjournalentry.h
     bus/busmessage.h
     bus/inprocessbus.h bus/inprocessbus.cpp
     bus/messagebus.h bus/messagebus.cpp
+    bus/messagetext.h bus/messagetext.cpp
     bus/wiretext.h bus/wiretext.cpp
     billing/billingdatabase.h billing/billingdatabase.cpp
     billing/billinganswerwriter.h billing/billinganswerwriter.cpp

@@ -47,6 +47,7 @@ std::unique_ptr<TerminalContext> TerminalContext::open(const QString &dataFolder
     context->m_bus = std::move(bus);
     if (context->billingIsOwn())
         BillingEndpoint::attach(context->m_ownBus, context->m_billingService);
+    context->m_busJournal.follow(context->bus());
     context->m_register = std::make_unique<EmulatedRegister>(context->m_fiscalJournal);
     context->m_paysController =
         std::make_unique<PaysController>(context->m_payments, context->m_box.boxId());

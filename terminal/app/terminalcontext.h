@@ -2,6 +2,7 @@
 
 #include <billing/billingdatabase.h>
 #include <billing/billingservice.h>
+#include <bus/busjournal.h>
 #include <bus/inprocessbus.h>
 #include <fiscal/emulatedregister.h>
 #include <fiscal/fiscaljournal.h>
@@ -58,6 +59,8 @@ public:
     InProcessBus &ownBus() { return m_ownBus; }
     /// True when this program's billing() is the one that payments go to.
     bool billingIsOwn() const { return !m_bus; }
+    /// Everything that crossed the bus, from opening on.
+    BusJournal &busJournal() { return m_busJournal; }
     EmulatedRegister &fiscalRegister() { return *m_register; }
     FiscalJournal &fiscalJournal() { return m_fiscalJournal; }
     /// Billing's data in this folder: where payments go, or, when billing lives elsewhere, no more
@@ -85,6 +88,7 @@ private:
     PaymentsStore m_payments;
     ChargeJournal m_charges;
     BillingService m_billingService;
+    BusJournal m_busJournal;
     InProcessBus m_ownBus;
     std::unique_ptr<MessageBus> m_bus;
     std::unique_ptr<EmulatedRegister> m_register;

@@ -19,6 +19,8 @@ struct BusMessage
     /// JSON text in UTF-8, byte for byte as it crossed. Empty when the data could not be turned
     /// into JSON.
     QByteArray body;
+    /// Did not come from the far side: an earlier message delivered once more by hand.
+    bool replayed = false;
 };
 
 Q_DECLARE_METATYPE(BusMessage)

@@ -16,9 +16,20 @@ MessageBus::~MessageBus() = default;
 
 void MessageBus::deliver(const QVariantMap &headers, const QByteArray &body)
 {
+    handOut(headers, body, false);
+}
+
+void MessageBus::replay(const BusMessage &message)
+{
+    if (message.direction == BusMessage::Direction::Incoming)
+        handOut(message.headers, message.body, true);
+}
+
+void MessageBus::handOut(const QVariantMap &headers, const QByteArray &body, bool replayed)
+{
     const QString type = headers.value(MESSAGE_TYPE).toString();
-    emit traffic(
-        {BusMessage::Direction::Incoming, QDateTime::currentDateTime(), type, headers, body});
+    emit traffic({BusMessage::Direction::Incoming, QDateTime::currentDateTime(), type, headers,
+                  body, replayed});
     if (type != PAYMENT_STATUS) {
         emit incomingMessage(headers, QString::fromUtf8(body));
         return;

@@ -34,6 +34,10 @@ public:
     /// The state of the connection for the person at the workstation.
     virtual QString stateText() const = 0;
 
+    /// Delivers an incoming message once more, byte for byte, as if the far side had repeated it:
+    /// for trying what a late or repeated answer does.
+    void replay(const BusMessage &message);
+
 public slots:
     virtual void sendMessage(const QString &destination, const QVariant &data) = 0;
 
@@ -53,4 +57,7 @@ protected:
     /// Reports an arrived message as traffic and hands it to incomingMessage() or paymentStatus()
     /// by its type.
     void deliver(const QVariantMap &headers, const QByteArray &body);
+
+private:
+    void handOut(const QVariantMap &headers, const QByteArray &body, bool replayed);
 };

@@ -7,6 +7,7 @@
 #include "paymentpage.h"
 #include "recoverydialog.h"
 #include "scannerpage.h"
+#include "sidewindows.h"
 
 #include <app/terminalcontext.h>
 
@@ -31,12 +32,15 @@ MainWindow::MainWindow(TerminalContext &context, QWidget *parent)
       m_billsPage(new BillsPage(context.billing(), this)),
       m_scannerPage(new ScannerPage(this)),
       m_modulePage(new ModulePage(context.pluginHost(), this)),
+      m_sideWindows(std::make_unique<SideWindows>(context)),
       m_register(new QLabel(this)),
       m_bus(new QLabel(this)),
       m_outbox(new QLabel(this))
 {
     setWindowTitle(tr("Рабочее место кассира — %1").arg(context.box().name()));
     resize(1000, 640);
+    // Dialogs of a payment hold up this window alone: the windows beside it stay usable.
+    setAttribute(Qt::WA_GroupLeader);
     m_pages->setObjectName(QStringLiteral("twPages"));
     m_pages->setDocumentMode(true);
     addPage(m_paymentPage, tr("Приём платежей"));
@@ -67,6 +71,8 @@ MainWindow::MainWindow(TerminalContext &context, QWidget *parent)
     connect(&context.bus(), &MessageBus::stateChanged, this, &MainWindow::showBus);
     connect(&context.paysController(), &PaysController::changed, this, &MainWindow::showOutbox);
 }
+
+MainWindow::~MainWindow() = default;
 
 PluginHost::Outcome MainWindow::startPayment(const Provider &provider)
 {
@@ -101,6 +107,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
         return;
     }
     QMainWindow::closeEvent(event);
+    if (event->isAccepted())
+        m_sideWindows->close();
 }
 
 void MainWindow::makeMenu()
@@ -145,6 +153,8 @@ void MainWindow::makeMenu()
         connect(action, &QAction::triggered, this,
                 [this, page] { m_pages->setCurrentIndex(page); });
     }
+    view->addSeparator();
+    m_sideWindows->addActions(*view);
 }
 
 void MainWindow::makeStatusBar()

@@ -4,10 +4,13 @@
 
 #include <QMainWindow>
 
+#include <memory>
+
 class BillsPage;
 class JournalPage;
 class ModulePage;
 class PaymentPage;
+class SideWindows;
 class QLabel;
 class QTabWidget;
 class ScannerPage;
@@ -22,6 +25,7 @@ class MainWindow final : public QMainWindow
 public:
     /// `context` must outlive the window.
     explicit MainWindow(TerminalContext &context, QWidget *parent = nullptr);
+    ~MainWindow() override;
 
     /// Runs a payment to the provider in the plugin's dialog; returns when that dialog is gone.
     PluginHost::Outcome startPayment(const Provider &provider);
@@ -46,6 +50,7 @@ private:
     BillsPage *m_billsPage;
     ScannerPage *m_scannerPage;
     ModulePage *m_modulePage;
+    std::unique_ptr<SideWindows> m_sideWindows;
     QLabel *m_register;
     QLabel *m_bus;
     QLabel *m_outbox;

@@ -3,6 +3,8 @@ find_package(Qt5 5.15 REQUIRED COMPONENTS Sql)
 
 selmar_test(tst_wiretext SOURCES bus/tst_wiretext.cpp LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_inprocessbus SOURCES bus/tst_inprocessbus.cpp LIBRARIES terminal_core LABELS unit)
+selmar_test(tst_busjournal SOURCES bus/tst_busjournal.cpp LIBRARIES terminal_core LABELS unit)
+selmar_test(tst_messagetext SOURCES bus/tst_messagetext.cpp LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_billingdatabase SOURCES billing/tst_billingdatabase.cpp billing/packs.h billing/seededbilling.h
     LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_billingservice SOURCES billing/tst_billingservice.cpp billing/packs.h billing/seededbilling.h

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+
+class QMenu;
+class QWidget;
+class TerminalContext;
+
+/// The windows beside the cashier's own: what crosses the bus.
+///
+/// They have no parent, so no dialog of a payment holds them up, and their keys work wherever the
+/// keyboard is.
+class SideWindows final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `context` must outlive the windows.
+    explicit SideWindows(TerminalContext &context);
+    ~SideWindows() override;
+
+    /// Adds what opens the windows.
+    void addActions(QMenu &menu);
+    void showBus();
+    void close();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    static void bringUp(QWidget &window);
+
+    std::unique_ptr<QWidget> m_bus;
+};

@@ -7,9 +7,9 @@ SELMAR_BUILD_PACKAGES=(
 )
 # The tests look at the pages of written PDF files.
 # Properties are checked with values that a library makes up and shrinks.
-SELMAR_TEST_PACKAGES=(poppler-utils librapidcheck-dev dpkg-dev)
-# The tests behind SELMAR_FAULT_TESTS start a message broker, with certificates of their own making.
-SELMAR_FAULT_PACKAGES=(rabbitmq-server openssl)
+# Some start a message broker of their own, with certificates of their own making.
+# Power cuts are played with what the database engine writes.
+SELMAR_TEST_PACKAGES=(poppler-utils librapidcheck-dev dpkg-dev rabbitmq-server openssl libsqlite3-dev)
 # The fuzzing engine, only for scripts/fuzz.sh.
 SELMAR_FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 
@@ -24,6 +24,25 @@ missing_packages() {
             *) [ "$package" = pkg-config ] && command -v pkg-config >/dev/null || echo "$package" ;;
         esac
     done
+}
+
+# Debian starts a service as soon as its package is installed, and at every boot. The tests run a broker of their own: the
+# machine's stays off. Uses `elevate` of its caller.
+install_packages() {
+    local policy=/usr/sbin/policy-rc.d broker='' status=0
+    case " $* " in *" rabbitmq-server "*) broker=1 ;; esac
+    if [ -n "$broker" ] && [ ! -e "$policy" ]; then
+        "${elevate[@]}" sh -c "printf '#!/bin/sh\nexit 101\n' >$policy && chmod 755 $policy"
+    else
+        policy=''
+    fi
+    "${elevate[@]}" apt-get update -q &&
+        "${elevate[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "$@" || status=1
+    [ -z "$policy" ] || "${elevate[@]}" rm -f "$policy"
+    if [ -n "$broker" ] && [ "$status" -eq 0 ] && [ -d /run/systemd/system ]; then
+        "${elevate[@]}" systemctl disable --quiet rabbitmq-server || true
+    fi
+    return "$status"
 }
 
 # Installs what is missing of the named packages; does nothing, and touches no network, when all are there.
@@ -48,9 +67,7 @@ ensure_packages() {
         [ -t 0 ] || elevate=(sudo -n)
     fi
     echo "Устанавливаются пакеты: ${missing[*]}" >&2
-    if ! { "${elevate[@]}" apt-get update -q &&
-           "${elevate[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"; } >&2
-    then
+    if ! install_packages "${missing[@]}" >&2; then
         echo "Пакеты не установились: ${missing[*]}. Причина в строках apt-get выше." >&2
         return 1
     fi

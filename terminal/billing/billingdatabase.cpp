@@ -4,6 +4,7 @@
 #include <billing/billingschema.h>
 #include <billing/samplecatalogue.h>
 #include <storage/sqlstatement.h>
+#include <storage/writecheck.h>
 
 #include <basixcore/sqlitedatabase.h>
 #include <basixcore/sqlitetransaction.h>
@@ -51,8 +52,9 @@ bool readMeters(const basix::SqliteDatabase &database, BillingAccount *account, 
 bool readDocuments(const basix::SqliteDatabase &database, BillingAccount *account, QString *error)
 {
     SqlStatement rows(
-        database, QStringLiteral("SELECT document_id, number, charge, topay FROM documents WHERE "
-                                 "payer = ? AND account = ? ORDER BY position"));
+        database,
+        QStringLiteral("SELECT document_id, number, charge, topay FROM documents WHERE "
+                       "payer = ? AND account = ? ORDER BY position"));
     rows.bind(number(account->payer)).bind(account->number);
     if (!rows.run()) {
         *error = rows.error();
@@ -154,8 +156,8 @@ bool insertAccount(const basix::SqliteDatabase &database, const BillingAccount &
         *error = remove.error() + insert.error();
         return false;
     }
-    return insertServices(database, account, QString(), account.services, error) &&
-           insertMeters(database, account, error) && insertDocuments(database, account, error);
+    return insertServices(database, account, QString(), account.services, error)
+        && insertMeters(database, account, error) && insertDocuments(database, account, error);
 }
 
 bool insertFields(const basix::SqliteDatabase &database, QString *error)
@@ -225,8 +227,8 @@ bool BillingDatabase::open(const QString &file)
         m_error = m_database->lastError();
         return false;
     }
-    m_error.clear();
-    if (seed(*m_database, &m_error))
+    m_error = writeProblem(*m_database);
+    if (m_error.isEmpty() && seed(*m_database, &m_error))
         return true;
     m_database->close();
     return false;
@@ -280,9 +282,9 @@ std::optional<BillingAccount> BillingDatabase::account(SampleAccount::Payer paye
         account.documentsForm = static_cast<BillingAccount::DocumentsForm>(row.number(8));
         account.distributedEditable = row.number(9) != 0;
     }
-    if (!readServices(*m_database, account, QString(), &account.services, &m_error) ||
-        !readMeters(*m_database, &account, &m_error) ||
-        !readDocuments(*m_database, &account, &m_error))
+    if (!readServices(*m_database, account, QString(), &account.services, &m_error)
+        || !readMeters(*m_database, &account, &m_error)
+        || !readDocuments(*m_database, &account, &m_error))
         return std::nullopt;
     return account;
 }

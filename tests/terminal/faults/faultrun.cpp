@@ -12,7 +12,8 @@
 
 namespace {
 
-constexpr int PATIENCE_MS = 60000;
+/// Longer than the station's own.
+constexpr int PATIENCE_MS = 300000;
 constexpr qint64 DEBT_AT_FIRST = 150050;
 
 /// Filled once for a test program and copied for every test: filling takes longer than a test.

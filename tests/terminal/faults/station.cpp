@@ -1,15 +1,16 @@
+#include "stationfigures.h"
 #include "stationpayment.h"
+#include "stationrecovery.h"
 
 #include <app/terminalcontext.h>
+#include <bus/amqp/amqpbus.h>
+#include <bus/amqp/brokeraddress.h>
 #include <recovery/privatedata.h>
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QEventLoop>
-#include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QRandomGenerator>
 #include <QTimer>
 
@@ -21,56 +22,25 @@
 
 namespace {
 
-using State = PaymentCase::State;
-
-constexpr int PATIENCE_MS = 20000;
+/// A broker that was killed needs its time on a machine that has other work.
+constexpr int PATIENCE_MS = 180000;
 constexpr int NOBODY = 65534;
 
 enum ExitCode { Ok = 0, CannotStart = 3, StaysOpen = 5 };
 
-/// Lets the bus, the outbox and billing work until every pack is confirmed.
-bool waitUntilConfirmed(TerminalContext &context)
+/// What the station was told to do.
+struct Orders
 {
-    QElapsedTimer waiting;
-    waiting.start();
-    while (!context.payments().unposted().isEmpty()
-           || !context.payments().unacknowledged().isEmpty()) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
-        if (waiting.elapsed() > PATIENCE_MS)
-            return false;
-    }
-    return true;
-}
-
-/// What a cashier does at the recovery dialog, for every payment that is open.
-int recover(TerminalContext &context)
-{
-    const PaymentReconciler::Report report =
-        context.reconciler().reconcile(PaymentReconciler::Scope::Open);
-    if (!report.complete || !report.error.isEmpty())
-        std::printf("refused-reconcile %s\n", qUtf8Printable(report.error));
-    for (const PaymentCase &payment : report.cases) {
-        QString error;
-        bool done = true;
-        if (payment.canSaveByReceipt()) {
-            done = context.reconciler().saveByReceipt(payment, &error);
-            std::printf("rebuilt %lld\n", payment.fiscalDocument);
-        } else if (payment.canRefund()) {
-            done = context.reconciler().refund(payment, &error);
-            std::printf("returned %lld\n", payment.chargeId);
-        } else if (payment.canPost()) {
-            done = context.reconciler().post(payment, &error);
-        }
-        if (!done)
-            std::printf("refused-recovery %s\n", qUtf8Printable(error));
-    }
-    std::fflush(stdout);
-    context.paysController().drain(context.bus());
-    if (!waitUntilConfirmed(context))
-        return StaysOpen;
-    return context.reconciler().reconcile(PaymentReconciler::Scope::Open).open == 0 ? Ok
-                                                                                    : StaysOpen;
-}
+    QString what;
+    /// 0: until it is killed.
+    int payments = 0;
+    bool withCards = true;
+    bool later = false;
+    /// Milliseconds between two payments.
+    int pace = 0;
+    /// Bytes that no file may grow beyond; 0: no limit.
+    qint64 fileLimit = 0;
+};
 
 StationPayment::Plan planOf(int number, const QString &account, bool withCards)
 {
@@ -83,62 +53,28 @@ StationPayment::Plan planOf(int number, const QString &account, bool withCards)
     return plan;
 }
 
-int work(TerminalContext &context, int payments, bool withCards, bool later)
+void rest(int milliseconds)
 {
-    context.paysController().setHandOnAtOnce(!later);
-    const int first = int(QRandomGenerator::global()->bounded(1000));
-    for (int i = 0; payments == 0 || i < payments; ++i) {
-        const int number = payments == 0 ? first + i : i;
-        StationPayment(context, planOf(number, SampleNumber::ORDINARY, withCards)).make();
-        QCoreApplication::processEvents();
-    }
-    return later || waitUntilConfirmed(context) ? Ok : StaysOpen;
+    QCoreApplication::processEvents();
+    if (milliseconds == 0)
+        return;
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
 }
 
-void tellFigures(TerminalContext &context)
+int work(TerminalContext &context, const Orders &orders)
 {
-    QJsonArray packs;
-    const QVector<PaymentRecord> records = context.payments().records({}, 0, 1000000);
-    qint64 cash = 0;
-    qint64 card = 0;
-    qint64 billed = 0;
-    int recovered = 0;
-    for (const PaymentRecord &record : records) {
-        packs.append(QString::number(record.packId));
-        cash += record.cash.value();
-        card += record.card.value();
-        recovered += record.recovered ? 1 : 0;
-        const auto taken = context.billing().takenPayments(QString::number(record.packId));
-        for (const TakenPayment &payment : taken)
-            billed += payment.sum;
+    context.paysController().setHandOnAtOnce(!orders.later);
+    const int first = orders.payments == 0 ? int(QRandomGenerator::global()->bounded(1000)) : 0;
+    for (int i = 0; orders.payments == 0 || i < orders.payments; ++i) {
+        StationPayment(context, planOf(first + i, SampleNumber::ORDINARY, orders.withCards)).make();
+        rest(orders.pace);
     }
-    QJsonArray receipts;
-    qint64 cashless = 0;
-    for (const ReceiptHead &receipt : context.fiscalJournal().heads(0, 1000000)) {
-        receipts.append(QString::number(receipt.number));
-        cashless += receipt.cashless;
-    }
-    QJsonArray charges;
-    for (const ChargeRecord &charge : context.charges().charges(0, 1000000))
-        charges.append(charge.rrn);
-    const auto account =
-        context.billing().account(SampleAccount::Payer::Individual, SampleNumber::ORDINARY);
-    const QJsonObject figures{
-        {QStringLiteral("charged"), context.charges().chargedTotal()},
-        {QStringLiteral("refunded"), context.charges().refundedTotal()},
-        {QStringLiteral("receiptTotal"), context.fiscalJournal().receiptTotal()},
-        {QStringLiteral("receiptCashless"), cashless},
-        {QStringLiteral("packCash"), cash},
-        {QStringLiteral("packCard"), card},
-        {QStringLiteral("billed"), billed},
-        {QStringLiteral("billedPacks"), context.billing().packCount()},
-        {QStringLiteral("debt"), account ? account->debt : 0},
-        {QStringLiteral("recovered"), recovered},
-        {QStringLiteral("charges"), charges},
-        {QStringLiteral("receipts"), receipts},
-        {QStringLiteral("packs"), packs}};
-    std::printf("figures %s\n", QJsonDocument(figures).toJson(QJsonDocument::Compact).constData());
-    std::fflush(stdout);
+    // What cannot be written now cannot come to its end either.
+    if (orders.later || orders.fileLimit > 0)
+        return Ok;
+    return StationRecovery::waitUntilConfirmed(context, PATIENCE_MS) ? Ok : StaysOpen;
 }
 
 /// From now on a file that would grow beyond `bytes` is refused, as on a full disk.
@@ -149,6 +85,23 @@ void limitFiles(qint64 bytes)
     ::setrlimit(RLIMIT_FSIZE, &limit);
 }
 
+int run(TerminalContext &context, const Orders &orders)
+{
+    if (orders.fileLimit > 0)
+        limitFiles(orders.fileLimit);
+    if (orders.what == QLatin1String("pay"))
+        return work(context, orders);
+    if (orders.what == QLatin1String("work")) {
+        StationRecovery::recover(context, PATIENCE_MS);
+        std::printf("working\n");
+        std::fflush(stdout);
+        return work(context, orders);
+    }
+    if (orders.what == QLatin1String("recover"))
+        return StationRecovery::recover(context, PATIENCE_MS) ? Ok : StaysOpen;
+    return Ok;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -156,39 +109,49 @@ int main(int argc, char *argv[])
     PrivateData::hardenProcess();
     QCoreApplication application(argc, argv);
     QCommandLineParser parser;
-    const QCommandLineOption data(QStringLiteral("data"), QString(), QStringLiteral("folder"));
-    const QCommandLineOption limit(QStringLiteral("file-limit"), QString(), QStringLiteral("n"));
+    const QString value = QStringLiteral("value");
+    const QCommandLineOption data(QStringLiteral("data"), QString(), value);
+    const QCommandLineOption limit(QStringLiteral("file-limit"), QString(), value);
+    const QCommandLineOption pace(QStringLiteral("pace"), QString(), value);
+    const QCommandLineOption bus(QStringLiteral("bus"), QString(), value);
+    const QCommandLineOption billing(QStringLiteral("billing"), QString(), value);
     const QCommandLineOption cash(QStringLiteral("cash"));
     const QCommandLineOption nobody(QStringLiteral("nobody"));
     const QCommandLineOption later(QStringLiteral("later"));
-    parser.addOptions({data, limit, cash, nobody, later});
+    parser.addOptions({data, limit, pace, bus, billing, cash, nobody, later});
     parser.addPositionalArgument(QStringLiteral("what"), QString());
     parser.process(application);
     if (parser.isSet(nobody) && ::getuid() == 0 && (::setgid(NOBODY) != 0 || ::setuid(NOBODY) != 0))
         return CannotStart;
 
     QString error;
-    const auto context = TerminalContext::open(parser.value(data), &error);
+    std::unique_ptr<MessageBus> outer;
+    BillingDatabase elsewhere;
+    if (parser.isSet(bus)) {
+        const auto address = BrokerAddress::parseArgument(parser.value(bus), &error);
+        if (!address || !elsewhere.open(parser.value(billing))) {
+            std::printf("refused-start %s %s\n", qUtf8Printable(error),
+                        qUtf8Printable(elsewhere.lastError()));
+            return CannotStart;
+        }
+        outer = std::make_unique<AmqpBus>(*address);
+    }
+    const auto context = TerminalContext::open(parser.value(data), &error, std::move(outer));
     if (!context) {
         std::printf("refused-start %s\n", qUtf8Printable(error));
         return CannotStart;
     }
-    if (parser.isSet(limit))
-        limitFiles(parser.value(limit).toLongLong());
-
-    const QStringList words = parser.positionalArguments();
-    const QString what = words.value(0);
-    int code = Ok;
-    if (what == QLatin1String("pay")) {
-        code = work(*context, words.value(1).toInt(), !parser.isSet(cash), parser.isSet(later));
-    } else if (what == QLatin1String("work")) {
-        recover(*context);
-        std::printf("working\n");
-        std::fflush(stdout);
-        code = work(*context, 0, !parser.isSet(cash), parser.isSet(later));
-    } else if (what == QLatin1String("recover")) {
-        code = recover(*context);
-    }
-    tellFigures(*context);
+    Orders orders;
+    orders.what = parser.positionalArguments().value(0);
+    orders.payments = parser.positionalArguments().value(1).toInt();
+    orders.withCards = !parser.isSet(cash);
+    orders.later = parser.isSet(later);
+    orders.pace = parser.value(pace).toInt();
+    orders.fileLimit = parser.value(limit).toLongLong();
+    const int code = run(*context, orders);
+    const QJsonObject figures =
+        stationFigures(*context, context->billingIsOwn() ? context->billing() : elsewhere);
+    std::printf("figures %s\n", QJsonDocument(figures).toJson(QJsonDocument::Compact).constData());
+    std::fflush(stdout);
     return code;
 }

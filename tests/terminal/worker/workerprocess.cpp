@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr int READY_MS = 20000;
-constexpr int END_MS = 10000;
+constexpr int READY_MS = 120000;
+constexpr int END_MS = 60000;
 
 } // namespace
 

@@ -30,6 +30,7 @@ add_library(terminal_core STATIC
     fiscal/registerclock.h
     hostdata/hostdataseeder.h hostdata/hostdataseeder.cpp
     payments/chargejournal.h payments/chargejournal.cpp
+    payments/journalquery.h payments/journalquery.cpp
     payments/outbox.h payments/outbox.cpp
     payments/paymentrecord.h payments/paymentrecord.cpp
     payments/paymentrows.h payments/paymentrows.cpp

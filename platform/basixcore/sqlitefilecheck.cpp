@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -90,7 +91,7 @@ QString problemOfConnection(const QSqlDatabase &db, const QString &file, const S
         return foreign(file, schema);
     if (version.toInt() > schema.version())
         return newer(file, schema, version.toInt());
-    if (!schema.checkWholeFile)
+    if (!schema.checkWholeFile || QFileInfo(file).size() > schema.wholeFileLimit)
         return QString();
     QVariant verdict;
     if (!readValue(db, file, schema, QStringLiteral("PRAGMA quick_check(1)"), verdict, problem))

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVector>
+#include <QtGlobal>
 
 namespace basix {
 
@@ -27,6 +28,9 @@ struct SqliteSchema
     /// Reads the whole file for damage before it is used. Switch it off for a store whose size
     /// makes that slow.
     bool checkWholeFile = true;
+    /// Bytes; a larger file is not read as a whole (that takes about three seconds for a gigabyte),
+    /// only its head and its schema. Damage further on is then met by the query that reads it.
+    qint64 wholeFileLimit = 256 * 1024 * 1024;
 
     int version() const { return migrations.isEmpty() ? 0 : migrations.last().version; }
 };

@@ -21,6 +21,8 @@ QString packStateText(PackState state);
 /// A pay pack as the journal lists it.
 struct PaymentRecord
 {
+    /// Counts up as packs are saved; 0 for one that is not.
+    qint64 sequence = 0;
     qint64 packId = 0;
     PackState state = PackState::Saved;
     QDateTime created;
@@ -50,8 +52,18 @@ Q_DECLARE_METATYPE(PackState)
 struct PaymentFilter
 {
     QDateTime from;
+    /// Payments at this moment are not meant any more.
     QDateTime until;
+    /// What the account begins with.
     QString account;
     /// A PackState, or -1.
     int state = -1;
+
+    bool lets(const PaymentRecord &record) const;
 };
+
+enum class PaymentOrder { NewestFirst, OldestFirst };
+
+/// Whether `first` stands above `second` in the journal. Of payments of the same millisecond the
+/// account and then the order of saving decide.
+bool standsAbove(const PaymentRecord &first, const PaymentRecord &second, PaymentOrder order);

@@ -14,41 +14,6 @@
 
 namespace {
 
-/// The WHERE clause of a filter and the values that belong to it.
-struct Condition
-{
-    QStringList clauses;
-    QVariantList values;
-
-    explicit Condition(const PaymentFilter &filter)
-    {
-        if (filter.from.isValid())
-            add(QStringLiteral("created >= ?"), PaymentRows::stamp(filter.from));
-        if (filter.until.isValid())
-            add(QStringLiteral("created < ?"), PaymentRows::stamp(filter.until));
-        if (!filter.account.isEmpty())
-            add(QStringLiteral("account = ?"), filter.account);
-        if (filter.state >= 0)
-            add(QStringLiteral("state = ?"), filter.state);
-    }
-    void add(const QString &clause, const QVariant &value)
-    {
-        clauses.append(clause);
-        values.append(value);
-    }
-    QString where() const
-    {
-        return clauses.isEmpty()
-            ? QString()
-            : QStringLiteral(" WHERE ") + clauses.join(QStringLiteral(" AND "));
-    }
-    void bindTo(SqlStatement *statement) const
-    {
-        for (const QVariant &value : values)
-            statement->bind(value);
-    }
-};
-
 void passCommitted(PackState state)
 {
     switch (state) {
@@ -103,6 +68,13 @@ bool PaymentsStore::run(SqlStatement &statement)
         return true;
     m_error = statement.error();
     return false;
+}
+
+bool PaymentsStore::run(SqlStatement &statement, const QVariantList &values)
+{
+    for (const QVariant &value : values)
+        statement.bind(value);
+    return run(statement);
 }
 
 bool PaymentsStore::isSamePayment(const PaymentRecord &stored, const PaymentRecord &record)
@@ -230,14 +202,17 @@ std::optional<PaymentRecord> PaymentsStore::record(qint64 packId)
 
 QVector<PaymentRecord> PaymentsStore::select(const QString &rest, const QVariantList &values)
 {
+    return readAll(QStringLiteral("SELECT %1 FROM packs %2").arg(PaymentRows::columns(), rest),
+                   values);
+}
+
+QVector<PaymentRecord> PaymentsStore::readAll(const QString &sql, const QVariantList &values)
+{
     QVector<PaymentRecord> result;
     if (!ready())
         return result;
-    SqlStatement rows(*m_database,
-                      QStringLiteral("SELECT %1 FROM packs %2").arg(PaymentRows::columns(), rest));
-    for (const QVariant &value : values)
-        rows.bind(value);
-    if (!run(rows))
+    SqlStatement rows(*m_database, sql);
+    if (!run(rows, values))
         return result;
     while (rows.next())
         result.append(PaymentRows::read(rows));
@@ -306,33 +281,48 @@ QVector<qint64> PaymentsStore::unposted()
     return result;
 }
 
+std::optional<JournalQuery::Matches> PaymentsStore::matchesOf(const QString &account)
+{
+    if (account.isEmpty())
+        return JournalQuery::Matches::Many;
+    const JournalQuery bounds = JournalQuery::accounts(account);
+    SqlStatement ends(*m_database, bounds.sql());
+    if (!run(ends, bounds.values()) || !ends.next())
+        return std::nullopt;
+    if (ends.text(0) == ends.text(1))
+        return JournalQuery::Matches::One;
+    const JournalQuery matchCount = JournalQuery::matchCount(account);
+    SqlStatement counted(*m_database, matchCount.sql());
+    if (!run(counted, matchCount.values()) || !counted.next())
+        return std::nullopt;
+    return counted.number(0) > JournalQuery::FEW ? JournalQuery::Matches::Many
+                                                 : JournalQuery::Matches::Few;
+}
+
+QVector<PaymentRecord> PaymentsStore::page(const PaymentFilter &filter, PaymentOrder order,
+                                           const PaymentRecord *after, int limit)
+{
+    if (!ready())
+        return {};
+    const std::optional<JournalQuery::Matches> matches = matchesOf(filter.account);
+    if (!matches)
+        return {};
+    const JournalQuery query(filter, order, *matches, after, limit);
+    return readAll(query.sql(), query.values());
+}
+
 QVector<PaymentRecord> PaymentsStore::records(const PaymentFilter &filter, int offset, int limit)
 {
-    QVector<PaymentRecord> result;
-    if (!ready())
-        return result;
-    const Condition condition(filter);
-    SqlStatement rows(
-        *m_database,
-        QStringLiteral(
-            "SELECT %1 FROM packs%2 ORDER BY created DESC, sequence DESC LIMIT ? OFFSET ?")
-            .arg(PaymentRows::columns(), condition.where()));
-    condition.bindTo(&rows);
-    rows.bind(limit).bind(offset);
-    if (!run(rows))
-        return result;
-    while (rows.next())
-        result.append(PaymentRows::read(rows));
-    return result;
+    const JournalQuery query(filter, PaymentOrder::NewestFirst, JournalQuery::Matches::Many,
+                             nullptr, limit, offset);
+    return readAll(query.sql(), query.values());
 }
 
 int PaymentsStore::count(const PaymentFilter &filter)
 {
     if (!ready())
         return 0;
-    const Condition condition(filter);
-    SqlStatement rows(*m_database,
-                      QStringLiteral("SELECT count(*) FROM packs%1").arg(condition.where()));
-    condition.bindTo(&rows);
-    return run(rows) && rows.next() ? int(rows.number(0)) : 0;
+    const JournalQuery query = JournalQuery::count(filter);
+    SqlStatement rows(*m_database, query.sql());
+    return run(rows, query.values()) && rows.next() ? int(rows.number(0)) : 0;
 }

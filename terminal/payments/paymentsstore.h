@@ -1,5 +1,6 @@
 #pragma once
 
+#include <payments/journalquery.h>
 #include <payments/paymentrecord.h>
 
 #include <QString>
@@ -57,15 +58,23 @@ public:
     /// Packs without a receipt, and unfinished ones whose receipt is in another fiscal storage.
     QVector<PaymentRecord> packsWithoutReceipt(const QString &storage);
 
-    /// Newest first.
+    /// The first page of the journal, or the one that follows the payment `after`. Takes as long
+    /// for a million payments as for a hundred, whatever the filter.
+    QVector<PaymentRecord> page(const PaymentFilter &filter, PaymentOrder order,
+                                const PaymentRecord *after, int limit);
+    /// Newest first. Reads and throws away what stands before `offset`.
     QVector<PaymentRecord> records(const PaymentFilter &filter, int offset, int limit);
+    /// Walks over everything that it counts.
     int count(const PaymentFilter &filter);
 
 private:
     bool ready();
     bool run(SqlStatement &statement);
     bool isSamePayment(const PaymentRecord &stored, const PaymentRecord &record);
+    bool run(SqlStatement &statement, const QVariantList &values);
     QVector<PaymentRecord> select(const QString &rest, const QVariantList &values);
+    QVector<PaymentRecord> readAll(const QString &sql, const QVariantList &values);
+    std::optional<JournalQuery::Matches> matchesOf(const QString &account);
 
     std::unique_ptr<basix::SqliteDatabase> m_database;
     QString m_error;

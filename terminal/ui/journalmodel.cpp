@@ -110,23 +110,31 @@ QVariant JournalModel::headerData(int section, Qt::Orientation orientation, int 
 
 bool JournalModel::canFetchMore(const QModelIndex &parent) const
 {
-    return !parent.isValid() && m_records.size() < m_total;
+    return !parent.isValid() && m_more;
 }
 
 void JournalModel::fetchMore(const QModelIndex &parent)
 {
     if (!canFetchMore(parent))
         return;
-    const QVector<PaymentRecord> more = m_store.records(m_filter, m_records.size(), pageSize);
-    if (more.isEmpty()) {
-        // The store has fewer than it counted, or cannot be read: asking again for ever would not
-        // help.
-        setTotal(m_records.size());
-        return;
+    const PaymentRecord last = m_records.constLast();
+    const QVector<PaymentRecord> more = readPage(&last);
+    if (!more.isEmpty()) {
+        beginInsertRows(QModelIndex(), m_records.size(), m_records.size() + more.size() - 1);
+        m_records += more;
+        endInsertRows();
     }
-    beginInsertRows(QModelIndex(), m_records.size(), m_records.size() + more.size() - 1);
-    m_records += more;
-    endInsertRows();
+    emit extentChanged();
+}
+
+void JournalModel::sort(int column, Qt::SortOrder order)
+{
+    const PaymentOrder wanted =
+        order == Qt::AscendingOrder ? PaymentOrder::OldestFirst : PaymentOrder::NewestFirst;
+    if (column != Time || wanted == m_order)
+        return;
+    m_order = wanted;
+    reload();
 }
 
 void JournalModel::setFilter(const PaymentFilter &filter)
@@ -147,37 +155,62 @@ void JournalModel::refresh(qint64 packId)
 {
     const int row = rowOf(packId);
     const std::optional<PaymentRecord> record = m_store.record(packId);
-    const bool stateFits = record && (m_filter.state < 0 || int(record->state) == m_filter.state);
-    const bool newest =
-        record && (m_records.isEmpty() || record->created > m_records.constFirst().created);
-    const bool onlyStateFiltered =
-        m_filter.account.isEmpty() && m_filter.from.isNull() && m_filter.until.isNull();
-    if (row < 0 && stateFits && newest && onlyStateFiltered) {
-        beginInsertRows(QModelIndex(), 0, 0);
-        m_records.prepend(*record);
-        endInsertRows();
-        setTotal(m_total + 1);
+    if (!record)
         return;
+    const bool fits = m_filter.lets(*record);
+    if (row < 0 && fits) {
+        insert(*record);
+    } else if (row >= 0 && !fits) {
+        removeAt(row);
+    } else if (row >= 0) {
+        m_records[row] = *record;
+        emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
     }
-    if (row < 0 || !stateFits) {
+}
+
+void JournalModel::insert(const PaymentRecord &record)
+{
+    const auto place =
+        std::upper_bound(m_records.cbegin(), m_records.cend(), record,
+                         [this](const PaymentRecord &first, const PaymentRecord &second) {
+                             return standsAbove(first, second, m_order);
+                         });
+    const int row = int(place - m_records.cbegin());
+    // Below what was read it comes with its page.
+    if (row == m_records.size() && m_more)
+        return;
+    beginInsertRows(QModelIndex(), row, row);
+    m_records.insert(row, record);
+    endInsertRows();
+    emit extentChanged();
+}
+
+void JournalModel::removeAt(int row)
+{
+    beginRemoveRows(QModelIndex(), row, row);
+    m_records.removeAt(row);
+    endRemoveRows();
+    if (m_records.isEmpty())
         reload();
-        return;
-    }
-    m_records[row] = *record;
-    emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
+    else
+        emit extentChanged();
 }
 
 void JournalModel::reload()
 {
     beginResetModel();
-    m_records = m_store.records(m_filter, 0, std::max(pageSize, m_records.size()));
-    m_error = m_records.isEmpty() ? m_store.lastError() : QString();
+    m_records = readPage(nullptr);
     endResetModel();
-    setTotal(std::max(m_store.count(m_filter), m_records.size()));
+    emit extentChanged();
 }
 
-void JournalModel::setTotal(int total)
+QVector<PaymentRecord> JournalModel::readPage(const PaymentRecord *after)
 {
-    m_total = total;
-    emit totalChanged(total);
+    // One more than is shown: it tells whether there is another page.
+    QVector<PaymentRecord> page = m_store.page(m_filter, m_order, after, pageSize + 1);
+    m_error = page.isEmpty() ? m_store.lastError() : QString();
+    m_more = page.size() > pageSize;
+    if (m_more)
+        page.removeLast();
+    return page;
 }

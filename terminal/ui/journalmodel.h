@@ -7,8 +7,8 @@
 
 class PaymentsStore;
 
-/// The journal of payments, newest first, read from the store a page at a time as the view asks for
-/// more.
+/// The journal of payments in the order of time, read from the store a page at a time as the view
+/// asks for more. How many there are in all is never counted.
 class JournalModel final : public QAbstractTableModel
 {
     Q_OBJECT
@@ -27,10 +27,14 @@ public:
     bool canFetchMore(const QModelIndex &parent) const override;
     void fetchMore(const QModelIndex &parent) override;
 
+    /// Only by Time; any other column leaves the order as it is.
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+    PaymentOrder order() const { return m_order; }
+
     void setFilter(const PaymentFilter &filter);
     const PaymentFilter &filter() const { return m_filter; }
-    /// All payments that the filter lets through, read or not.
-    int total() const { return m_total; }
+    /// Whether the store has payments below those that were read.
+    bool hasMore() const { return m_more; }
     /// Why the store could not be read; empty when it could.
     QString error() const { return m_error; }
     /// The row's payment; a default record when there is no such row.
@@ -41,17 +45,22 @@ public:
 public slots:
     /// Takes in a payment that was stored or has changed, leaving the other rows where they are.
     void refresh(qint64 packId);
+    /// Reads the first page anew.
     void reload();
 
 signals:
-    void totalChanged(int total);
+    /// After every change of the rows or of hasMore().
+    void extentChanged();
 
 private:
-    void setTotal(int total);
+    QVector<PaymentRecord> readPage(const PaymentRecord *after);
+    void insert(const PaymentRecord &record);
+    void removeAt(int row);
 
     PaymentsStore &m_store;
     PaymentFilter m_filter;
     QVector<PaymentRecord> m_records;
     QString m_error;
-    int m_total = 0;
+    PaymentOrder m_order = PaymentOrder::NewestFirst;
+    bool m_more = false;
 };

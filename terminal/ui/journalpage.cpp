@@ -1,46 +1,117 @@
 #include "journalpage.h"
 
 #include "journalmodel.h"
-#include "receiptpicture.h"
-#include "receiptview.h"
+#include "paymentdetails.h"
 
 #include <app/terminalcontext.h>
-#include <fiscal/receipttext.h>
 
+#include <QCheckBox>
 #include <QComboBox>
-#include <QFileDialog>
+#include <QDateEdit>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QScrollBar>
 #include <QSplitter>
 #include <QTableView>
 #include <QVBoxLayout>
 
+namespace {
+
+QString timeText(const QDateTime &time)
+{
+    return time.toLocalTime().toString(QStringLiteral("dd.MM.yyyy hh:mm:ss"));
+}
+
+/// When the pack reached each of its states, and what went wrong last.
+QString summaryOf(const PaymentRecord &payment)
+{
+    QStringList lines{JournalPage::tr("Пачка %1 от %2. ФД %3, ФП %4.")
+                          .arg(QString::number(payment.packId), timeText(payment.created),
+                               payment.fiscalDocument, payment.fiscalSign)};
+    QStringList states;
+    const auto reached = [&states](PackState state, const QDateTime &time) {
+        if (time.isValid())
+            states.append(JournalPage::tr("%1 %2").arg(packStateText(state), timeText(time)));
+    };
+    reached(PackState::HandedOn, payment.handedOn);
+    reached(PackState::Posted, payment.posted);
+    reached(PackState::Acknowledged, payment.acknowledged);
+    if (!states.isEmpty())
+        lines.append(states.join(QStringLiteral(", ")) + QLatin1Char('.'));
+    if (payment.recovered)
+        lines.append(JournalPage::tr("Пачка восстановлена по чеку."));
+    if (!payment.lastError.isEmpty())
+        lines.append(payment.lastError);
+    return lines.join(QLatin1Char('\n'));
+}
+
+} // namespace
+
 JournalPage::JournalPage(TerminalContext &context, QWidget *parent)
     : QWidget(parent),
-      m_context(context),
       m_model(new JournalModel(context.payments(), this)),
       m_account(new QLineEdit(this)),
+      m_oneDay(new QCheckBox(tr("&День:"), this)),
+      m_day(new QDateEdit(QDate::currentDate(), this)),
       m_state(new QComboBox(this)),
+      m_order(new QComboBox(this)),
       m_table(new QTableView(this)),
-      m_total(new QLabel(this)),
-      m_details(new QLabel(this)),
-      m_receipt(new ReceiptView(this)),
-      m_save(new QPushButton(tr("&Сохранить картинку…"), this))
+      m_extent(new QLabel(this)),
+      m_summary(new QLabel(this)),
+      m_payment(new PaymentDetails(context, this))
+{
+    makeFilter();
+    makeTable();
+    makeLayout();
+
+    connect(m_model, &JournalModel::extentChanged, this, &JournalPage::showExtent);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &JournalPage::showPayment);
+    connect(m_model, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex &first, const QModelIndex &last) {
+                const int row = m_table->currentIndex().row();
+                if (row >= first.row() && row <= last.row())
+                    showPayment();
+            });
+    connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &JournalPage::showPayment);
+    connect(&context.paysController(), &PaysController::changed, m_model, &JournalModel::refresh);
+    showExtent();
+    showPayment();
+}
+
+void JournalPage::makeFilter()
 {
     m_account->setObjectName(QStringLiteral("leJournalAccount"));
     m_account->setClearButtonEnabled(true);
-    m_account->setPlaceholderText(tr("любой"));
+    m_account->setPlaceholderText(tr("номер или его начало"));
+    m_oneDay->setObjectName(QStringLiteral("cbJournalOneDay"));
+    m_day->setObjectName(QStringLiteral("deJournalDay"));
+    m_day->setAccessibleName(tr("День"));
+    m_day->setDisplayFormat(QStringLiteral("dd.MM.yyyy"));
+    m_day->setCalendarPopup(true);
+    m_day->setEnabled(false);
     m_state->setObjectName(QStringLiteral("cbJournalState"));
     m_state->addItem(tr("любое"), -1);
     for (const PackState state :
          {PackState::Saved, PackState::HandedOn, PackState::Posted, PackState::Acknowledged})
         m_state->addItem(packStateText(state), int(state));
+    m_order->setObjectName(QStringLiteral("cbJournalOrder"));
+    m_order->setAccessibleName(tr("Порядок"));
+    m_order->addItem(tr("сначала новые"), int(Qt::DescendingOrder));
+    m_order->addItem(tr("сначала старые"), int(Qt::AscendingOrder));
 
+    const auto chosen = QOverload<int>::of(&QComboBox::currentIndexChanged);
+    connect(m_account, &QLineEdit::textChanged, this, &JournalPage::applyFilter);
+    connect(m_oneDay, &QCheckBox::toggled, m_day, &QWidget::setEnabled);
+    connect(m_oneDay, &QCheckBox::toggled, this, &JournalPage::applyFilter);
+    connect(m_day, &QDateEdit::dateChanged, this, &JournalPage::applyFilter);
+    connect(m_state, chosen, this, &JournalPage::applyFilter);
+    connect(m_order, chosen, this, &JournalPage::applyOrder);
+}
+
+void JournalPage::makeTable()
+{
     m_table->setObjectName(QStringLiteral("tvJournal"));
     m_table->setModel(m_model);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -54,37 +125,46 @@ JournalPage::JournalPage(TerminalContext &context, QWidget *parent)
     header->setSectionResizeMode(JournalModel::ProviderName, QHeaderView::Stretch);
     header->setMinimumSectionSize(60);
     header->setHighlightSections(false);
+    header->setSectionsClickable(true);
+    connect(header, &QHeaderView::sectionClicked, this, [this](int section) {
+        if (section == JournalModel::Time)
+            m_order->setCurrentIndex(m_order->currentIndex() == 0 ? 1 : 0);
+    });
+}
 
-    auto *accountLabel = new QLabel(tr("Сч&ёт:"), this);
+void JournalPage::makeLayout()
+{
+    auto *accountLabel = new QLabel(tr("Сч&ёт или договор:"), this);
     accountLabel->setBuddy(m_account);
     auto *stateLabel = new QLabel(tr("С&остояние:"), this);
     stateLabel->setBuddy(m_state);
     auto *filter = new QHBoxLayout;
     filter->addWidget(accountLabel);
     filter->addWidget(m_account, 1);
+    filter->addWidget(m_oneDay);
+    filter->addWidget(m_day);
     filter->addWidget(stateLabel);
     filter->addWidget(m_state);
-    filter->addWidget(m_total);
+    filter->addWidget(m_order);
+
+    m_extent->setObjectName(QStringLiteral("lJournalExtent"));
+    m_extent->setTextFormat(Qt::PlainText);
+    m_extent->setWordWrap(true);
+    m_summary->setObjectName(QStringLiteral("lPaymentDetails"));
+    m_summary->setWordWrap(true);
+    m_summary->setTextFormat(Qt::PlainText);
+    m_summary->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 
     auto *left = new QWidget(this);
     auto *leftLayout = new QVBoxLayout(left);
     leftLayout->setContentsMargins(0, 0, 0, 0);
     leftLayout->addWidget(m_table, 1);
-    leftLayout->addWidget(m_details);
-    m_details->setObjectName(QStringLiteral("lPaymentDetails"));
-    m_details->setWordWrap(true);
-    m_details->setTextFormat(Qt::PlainText);
-    m_details->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-
-    auto *right = new QWidget(this);
-    auto *rightLayout = new QVBoxLayout(right);
-    rightLayout->setContentsMargins(0, 0, 0, 0);
-    rightLayout->addWidget(m_receipt, 1);
-    rightLayout->addWidget(m_save);
+    leftLayout->addWidget(m_extent);
+    leftLayout->addWidget(m_summary);
 
     auto *splitter = new QSplitter(this);
     splitter->addWidget(left);
-    splitter->addWidget(right);
+    splitter->addWidget(m_payment);
     splitter->setStretchFactor(0, 1);
     splitter->setStretchFactor(1, 2);
     splitter->setChildrenCollapsible(false);
@@ -92,27 +172,14 @@ JournalPage::JournalPage(TerminalContext &context, QWidget *parent)
     // On the smallest screen, 800 pixels, the table keeps all its columns and the receipt gives
     // way.
     left->setMinimumWidth(570);
-    right->setMinimumWidth(qMax(200, m_save->sizeHint().width()));
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(filter);
     layout->addWidget(splitter, 1);
-
-    connect(m_account, &QLineEdit::textChanged, this, &JournalPage::applyFilter);
-    connect(m_state, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &JournalPage::applyFilter);
-    connect(m_model, &JournalModel::totalChanged, this, &JournalPage::showTotal);
-    connect(m_model, &QAbstractItemModel::modelReset, this, &JournalPage::showReceipt);
-    connect(m_model, &QAbstractItemModel::dataChanged, this, &JournalPage::showReceipt);
-    connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            &JournalPage::showReceipt);
-    connect(m_save, &QPushButton::clicked, this, &JournalPage::savePicture);
-    connect(&context.paysController(), &PaysController::changed, m_model, &JournalModel::refresh);
-    showTotal(m_model->total());
-    showReceipt();
 }
 
 void JournalPage::showNewest()
 {
+    m_order->setCurrentIndex(0);
     if (m_model->rowCount() > 0)
         m_table->selectRow(0);
     m_table->setFocus();
@@ -123,56 +190,33 @@ void JournalPage::applyFilter()
     PaymentFilter filter;
     filter.account = m_account->text().trimmed();
     filter.state = m_state->currentData().toInt();
+    if (m_oneDay->isChecked()) {
+        filter.from = m_day->date().startOfDay();
+        filter.until = m_day->date().addDays(1).startOfDay();
+    }
     m_model->setFilter(filter);
 }
 
-void JournalPage::showTotal(int total)
+void JournalPage::applyOrder()
 {
-    m_total->setText(tr("Платежей: %1").arg(total));
+    m_model->sort(JournalModel::Time, Qt::SortOrder(m_order->currentData().toInt()));
 }
 
-void JournalPage::showReceipt()
+void JournalPage::showExtent()
 {
-    const PaymentRecord payment = m_model->record(m_table->currentIndex().row());
-    m_save->setEnabled(false);
-    if (payment.packId == 0) {
-        m_details->setText(m_model->error());
-        m_receipt->setReceipt(QImage(), tr("Выберите платёж, чтобы увидеть его чек."));
-        return;
-    }
-    QString details =
-        tr("Пачка %1 от %2. ФД %3, ФП %4.")
-            .arg(QString::number(payment.packId),
-                 payment.created.toLocalTime().toString(QStringLiteral("dd.MM.yyyy hh:mm:ss")),
-                 payment.fiscalDocument, payment.fiscalSign);
-    if (!payment.lastError.isEmpty())
-        details += QLatin1Char('\n') + payment.lastError;
-    m_details->setText(details);
-
-    const auto fiscal = m_context.fiscalJournal().record(payment.fiscalDocument.toLongLong());
-    if (!fiscal) {
-        m_receipt->setReceipt(
-            QImage(),
-            tr("Чека с номером ФД «%1» в журнале кассы нет.").arg(payment.fiscalDocument));
-        return;
-    }
-    const ReceiptText text(fiscal->document, fiscal->result.value(QStringLiteral("data")).toMap());
-    m_receipt->setReceipt(ReceiptPicture::draw(text.text(), fiscal->qr), QString());
-    m_save->setEnabled(true);
+    if (!m_model->error().isEmpty())
+        m_extent->setText(tr("Журнал прочитан не весь. %1").arg(m_model->error()));
+    else if (m_model->rowCount() == 0)
+        m_extent->setText(tr("Таких платежей нет."));
+    else if (m_model->hasMore())
+        m_extent->setText(tr("Показано платежей: %1, ниже есть ещё.").arg(m_model->rowCount()));
+    else
+        m_extent->setText(tr("Платежей: %1.").arg(m_model->rowCount()));
 }
 
-void JournalPage::savePicture()
+void JournalPage::showPayment()
 {
     const PaymentRecord payment = m_model->record(m_table->currentIndex().row());
-    const QString file = QFileDialog::getSaveFileName(this, tr("Сохранить чек"),
-                                                      tr("чек-%1.png").arg(payment.fiscalDocument),
-                                                      tr("Картинка PNG (*.png)"));
-    if (file.isEmpty())
-        return;
-    if (!m_receipt->receipt().save(file)) {
-        QMessageBox::warning(this, tr("Чек не сохранён"),
-                             tr("Файл «%1» записать не удалось. Проверьте место на диске и права, "
-                                "затем повторите.")
-                                 .arg(file));
-    }
+    m_summary->setText(payment.packId == 0 ? QString() : summaryOf(payment));
+    m_payment->setPayment(payment);
 }

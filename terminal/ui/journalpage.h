@@ -2,17 +2,17 @@
 
 #include <QWidget>
 
-class FiscalJournal;
 class JournalModel;
+class PaymentDetails;
+class QCheckBox;
 class QComboBox;
+class QDateEdit;
 class QLabel;
 class QLineEdit;
-class QPushButton;
 class QTableView;
-class ReceiptView;
 class TerminalContext;
 
-/// The journal of payments with the receipt of the chosen one beside it.
+/// The journal of payments with the chosen one beside it.
 class JournalPage final : public QWidget
 {
     Q_OBJECT
@@ -25,18 +25,22 @@ public:
     void showNewest();
 
 private:
+    void makeFilter();
+    void makeTable();
+    void makeLayout();
     void applyFilter();
-    void showTotal(int total);
-    void showReceipt();
-    void savePicture();
+    void applyOrder();
+    void showExtent();
+    void showPayment();
 
-    TerminalContext &m_context;
     JournalModel *m_model;
     QLineEdit *m_account;
+    QCheckBox *m_oneDay;
+    QDateEdit *m_day;
     QComboBox *m_state;
+    QComboBox *m_order;
     QTableView *m_table;
-    QLabel *m_total;
-    QLabel *m_details;
-    ReceiptView *m_receipt;
-    QPushButton *m_save;
+    QLabel *m_extent;
+    QLabel *m_summary;
+    PaymentDetails *m_payment;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QImage>
 #include <QString>
 
@@ -13,4 +14,7 @@ public:
     /// `text`: lines of at most 48 columns; longer ones are wrapped, nothing is cut. An empty
     /// `qrText` leaves the code out.
     static QImage draw(const QString &text, const QString &qrText);
+    /// The same paper as a PDF file, 80 mm wide, its text as text; a receipt longer than a page may
+    /// be continues on the next one.
+    static QByteArray pdf(const QString &text, const QString &qrText, const QString &title);
 };

@@ -124,6 +124,7 @@ private slots:
     void refusedFileStaysAsItWas_data();
     void refusedFileStaysAsItWas();
     void uncheckedFileIsStillRefusedByItsHeader();
+    void largeFileIsNotReadAsAWhole();
     void copyTakenWhileOpenIsRecovered();
     void damagedFileWithALogStaysAsItWas();
     void folderThatCannotBeMade();
@@ -314,6 +315,19 @@ void tst_SqliteDatabase::uncheckedFileIsStillRefusedByItsHeader()
     QVERIFY(!database.open(path(), fast));
     makeFilled(path(QStringLiteral("good.sqlite")));
     QVERIFY(database.open(path(QStringLiteral("good.sqlite")), fast));
+}
+
+void tst_SqliteDatabase::largeFileIsNotReadAsAWhole()
+{
+    makeFilled(path());
+    const QByteArray whole = bytesOf(path());
+    writeBytes(path(), QByteArray(whole).replace(whole.size() / 2, 4096, QByteArray(4096, '\x5a')));
+    SqliteSchema limited = schema();
+    limited.wholeFileLimit = whole.size();
+    SqliteDatabase database;
+    QVERIFY(!database.open(path(), limited));
+    limited.wholeFileLimit = whole.size() - 1;
+    QVERIFY2(database.open(path(), limited), qPrintable(database.lastError()));
 }
 
 void tst_SqliteDatabase::copyTakenWhileOpenIsRecovered()

@@ -191,11 +191,24 @@ void Outbox::packRefused(qint64 packId)
     schedule();
 }
 
+void Outbox::askAgain()
+{
+    if (m_lastAsked && now() - *m_lastAsked < m_timing.askAgain)
+        return;
+    m_lastAsked = now();
+    const QVector<qint64> unconfirmed = m_store.unacknowledged();
+    for (const qint64 packId : unconfirmed) {
+        if (!m_again.contains(packId))
+            m_again.append(packId);
+    }
+}
+
 void Outbox::onConnected(bool connected)
 {
     if (!connected)
         return;
     m_waits.clear();
+    askAgain();
     // Not from inside the bus: it is about to deliver what it kept back.
     m_timer.start(0);
 }

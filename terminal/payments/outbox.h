@@ -9,6 +9,7 @@
 #include <QVector>
 
 #include <functional>
+#include <optional>
 
 class MessageBus;
 class PaymentsStore;
@@ -20,6 +21,9 @@ struct OutboxTiming
     int longest = 60000;
     /// How long whoever was handed a pack may take to post it before the outbox does.
     int grace = 30000;
+    /// A connection that comes and goes has the packs that billing has not confirmed posted once
+    /// more no oftener than this.
+    int askAgain = 600000;
     /// Packs on their way at once.
     int window = 32;
     /// A clock that is never set back, and a number from 0 up to, not including, 1. Without them
@@ -94,6 +98,8 @@ private:
     int send(MessageBus &bus, bool waitingToo);
     bool message(qint64 packId, QVariantMap *map, QString *error);
     void schedule();
+    /// What billing said about these may have been on its way when the connection went.
+    void askAgain();
     void onConnected(bool connected);
 
     PaymentsStore &m_store;
@@ -104,7 +110,8 @@ private:
     QHash<qint64, Wait> m_waits;
     /// Until when an answer is expected.
     QHash<qint64, qint64> m_onTheWay;
-    /// Posted in an earlier run and not confirmed.
+    /// Posted in an earlier run or over an earlier connection, and not confirmed.
     QVector<qint64> m_again;
+    std::optional<qint64> m_lastAsked;
     QTimer m_timer;
 };

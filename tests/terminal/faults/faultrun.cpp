@@ -1,6 +1,7 @@
 #include "faultrun.h"
 
 #include <billing/sampleaccounts.h>
+#include <bus/amqp/brokeraddress.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -8,7 +9,7 @@
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QProcessEnvironment>
+#include <QUrl>
 
 namespace {
 
@@ -59,17 +60,31 @@ QString FaultRun::stationProgram()
     return QStringLiteral(FAULT_STATION);
 }
 
+void FaultRun::setBroker(const QString &address, const QString &billingFile)
+{
+    QUrl url(address);
+    m_environment.insert(QLatin1String(BrokerAddress::PASSWORD_VARIABLE),
+                         url.password(QUrl::FullyDecoded));
+    url.setPassword(QString());
+    m_brokerArguments = QStringList{QStringLiteral("--bus"), url.toString(QUrl::FullyEncoded),
+                                    QStringLiteral("--billing"), billingFile};
+}
+
+QStringList FaultRun::stationArguments(const QStringList &arguments) const
+{
+    return QStringList{QStringLiteral("--data"), folder()} + m_brokerArguments + arguments;
+}
+
 FaultRun::Ending FaultRun::run(const QStringList &arguments, const QString &faultPoint)
 {
-    return runProgram(stationProgram(), QStringList{QStringLiteral("--data"), folder()} + arguments,
-                      faultPoint);
+    return runProgram(stationProgram(), stationArguments(arguments), faultPoint);
 }
 
 FaultRun::Ending FaultRun::runProgram(const QString &program, const QStringList &arguments,
                                       const QString &faultPoint)
 {
     QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    QProcessEnvironment environment = m_environment;
     if (!faultPoint.isEmpty())
         environment.insert(QStringLiteral("SELMAR_FAULT_POINT"), faultPoint);
     process.setProcessEnvironment(environment);
@@ -80,7 +95,8 @@ FaultRun::Ending FaultRun::runProgram(const QString &program, const QStringList 
 std::unique_ptr<QProcess> FaultRun::start(const QStringList &arguments)
 {
     auto process = std::make_unique<QProcess>();
-    process->start(stationProgram(), QStringList{QStringLiteral("--data"), folder()} + arguments);
+    process->setProcessEnvironment(m_environment);
+    process->start(stationProgram(), stationArguments(arguments));
     process->waitForStarted();
     return process;
 }

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QJsonObject>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -28,6 +29,10 @@ public:
     QString folder() const { return m_folder->path(); }
     bool isReady() const { return m_ready; }
 
+    /// From now on the station's billing stands behind this broker (an address with its password),
+    /// and its figures come from `billingFile`.
+    void setBroker(const QString &address, const QString &billingFile);
+
     /// Runs the station to its end, with a fault point when one is named.
     Ending run(const QStringList &arguments, const QString &faultPoint = QString());
     Ending runProgram(const QString &program, const QStringList &arguments,
@@ -45,10 +50,13 @@ public:
     static QString stationProgram();
 
 private:
+    QStringList stationArguments(const QStringList &arguments) const;
     void remember(const QByteArray &output);
 
     std::unique_ptr<QTemporaryDir> m_folder;
     bool m_ready = false;
+    QStringList m_brokerArguments;
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
     QHash<QString, QSet<QString>> m_promises;
     QJsonObject m_figures;
 };

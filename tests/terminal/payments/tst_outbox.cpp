@@ -26,6 +26,7 @@ private slots:
     void postsLaterWhenNotAtOnce();
     void sendsABacklogInOrderAFewAtATime();
     void confirmsOnceMoreWhatWasNotConfirmed();
+    void asksOnceMoreOverANewConnection();
     void postsAgainOnRequest();
     void retriesByItself();
 
@@ -256,6 +257,30 @@ void tst_Outbox::confirmsOnceMoreWhatWasNotConfirmed()
     settle();
     QCOMPARE(taken(), QVector<qint64>{1});
     QCOMPARE(state(1), PackState::Posted);
+}
+
+void tst_Outbox::asksOnceMoreOverANewConnection()
+{
+    start();
+    save(1);
+    QVERIFY(m_controller->markPosted(1));
+    const auto reconnect = [this] {
+        m_bus->setConnected(false);
+        m_bus->setConnected(true);
+    };
+    reconnect();
+    QTRY_COMPARE(taken(), QVector<qint64>{1});
+    // Billing stays silent and the connection comes and goes: not once for every time.
+    save(2);
+    reconnect();
+    QTRY_COMPARE(taken(), (QVector<qint64>{1, 2}));
+    m_now += m_timing.askAgain;
+    reconnect();
+    QTRY_COMPARE(taken(), (QVector<qint64>{1, 2, 1, 2}));
+    QVERIFY(m_controller->markAcknowledged(1));
+    m_now += m_timing.askAgain;
+    reconnect();
+    QTRY_COMPARE(taken(), (QVector<qint64>{1, 2, 1, 2, 2}));
 }
 
 void tst_Outbox::postsAgainOnRequest()

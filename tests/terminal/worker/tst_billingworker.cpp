@@ -1,4 +1,4 @@
-#include "workerprocess.h"
+#include <broker/workerprocess.h>
 
 #include <billing/packs.h>
 #include <billing/seededbilling.h>

@@ -6,7 +6,6 @@
 #include "modulepage.h"
 #include "paymentpage.h"
 #include "recoverydialog.h"
-#include "scannerpage.h"
 #include "sidewindows.h"
 
 #include <app/terminalcontext.h>
@@ -30,7 +29,6 @@ MainWindow::MainWindow(TerminalContext &context, QWidget *parent)
       m_paymentPage(new PaymentPage(context, this)),
       m_journalPage(new JournalPage(context, this)),
       m_billsPage(new BillsPage(context.billing(), this)),
-      m_scannerPage(new ScannerPage(this)),
       m_modulePage(new ModulePage(context.pluginHost(), this)),
       m_sideWindows(std::make_unique<SideWindows>(context)),
       m_register(new QLabel(this)),
@@ -46,7 +44,6 @@ MainWindow::MainWindow(TerminalContext &context, QWidget *parent)
     addPage(m_paymentPage, tr("Приём платежей"));
     addPage(m_journalPage, tr("Журнал"));
     addPage(m_billsPage, tr("Квитанции"));
-    addPage(m_scannerPage, tr("Сканер"));
     addPage(m_modulePage, tr("О модуле"));
     auto *central = new QWidget(this);
     auto *column = new QVBoxLayout(central);
@@ -60,10 +57,7 @@ MainWindow::MainWindow(TerminalContext &context, QWidget *parent)
 
     connect(m_paymentPage, &PaymentPage::paymentRequested, this,
             [this] { startPayment(m_paymentPage->provider()); });
-    connect(m_billsPage, &BillsPage::sentToScanner, this, [this](const QByteArray &code) {
-        m_scannerPage->setCode(code);
-        m_pages->setCurrentWidget(m_scannerPage);
-    });
+    connect(m_billsPage, &BillsPage::sentToScanner, m_sideWindows.get(), &SideWindows::scan);
     connect(&context.fiscalRegister(), &EmulatedRegister::conditionChanged, this,
             &MainWindow::showRegister);
     connect(&context.fiscalRegister(), &EmulatedRegister::receiptRegistered, this,

@@ -13,11 +13,10 @@ class PaymentPage;
 class SideWindows;
 class QLabel;
 class QTabWidget;
-class ScannerPage;
 class TerminalContext;
 
-/// The cashier's window: payments, their journal, sample bills and the scanner that reads them, the
-/// plugin, and the state of the register and the bus.
+/// The cashier's window: payments, their journal, sample bills, the plugin, and the state of the
+/// register and the bus.
 class MainWindow final : public QMainWindow
 {
     Q_OBJECT
@@ -48,7 +47,6 @@ private:
     PaymentPage *m_paymentPage;
     JournalPage *m_journalPage;
     BillsPage *m_billsPage;
-    ScannerPage *m_scannerPage;
     ModulePage *m_modulePage;
     std::unique_ptr<SideWindows> m_sideWindows;
     QLabel *m_register;

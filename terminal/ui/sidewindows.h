@@ -4,11 +4,13 @@
 
 #include <memory>
 
+class QByteArray;
 class QMenu;
 class QWidget;
+class ScannerPage;
 class TerminalContext;
 
-/// The windows beside the cashier's own: what crosses the bus.
+/// The windows beside the cashier's own: what crosses the bus, and the scanner.
 ///
 /// They have no parent, so no dialog of a payment holds them up, and their keys work wherever the
 /// keyboard is.
@@ -24,6 +26,9 @@ public:
     /// Adds what opens the windows.
     void addActions(QMenu &menu);
     void showBus();
+    void showScanner();
+    /// Opens the scanner with the bytes of a code, ready to be typed in.
+    void scan(const QByteArray &code);
     void close();
 
 protected:
@@ -33,4 +38,5 @@ private:
     static void bringUp(QWidget &window);
 
     std::unique_ptr<QWidget> m_bus;
+    std::unique_ptr<ScannerPage> m_scanner;
 };

@@ -40,6 +40,15 @@ private:
         return m_window->findChild<Type *>(QLatin1String(name));
     }
 
+    static const ScannerPage *scannerWindow()
+    {
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (widget->objectName() == QLatin1String("scannerWindow"))
+                return qobject_cast<ScannerPage *>(widget);
+        }
+        return nullptr;
+    }
+
 private slots:
     void initTestCase()
     {
@@ -201,17 +210,28 @@ private slots:
 
     void codeOfABillGoesToTheScanner()
     {
-        auto *pages = child<QTabWidget>("twPages");
         QTest::keyClick(m_window.get(), Qt::Key_3, Qt::ControlModifier);
         const auto *bills = m_window->findChild<BillsPage *>();
         QVERIFY(bills->isVisible());
         QVERIFY(!bills->code().isEmpty());
+        const auto *scanner = scannerWindow();
+        QVERIFY(scanner);
+        QVERIFY(!scanner->isVisible());
         auto *send = child<QPushButton>("pbBillSend");
         send->setFocus();
         QTest::keyClick(send, Qt::Key_Space);
-        const auto *scanner = m_window->findChild<ScannerPage *>();
-        QVERIFY(pages->currentWidget() == scanner);
+        QVERIFY(scanner->isVisible());
         QCOMPARE(scanner->text(), QString::fromUtf8(bills->code()));
+    }
+
+    void scannerOpensByItsKeyAndClosesWithTheWindow()
+    {
+        const auto *scanner = scannerWindow();
+        QVERIFY(scanner);
+        QTest::keyClick(child<QTableWidget>("twProviders"), Qt::Key_F9, Qt::ShiftModifier);
+        QVERIFY(scanner->isVisible());
+        m_window->close();
+        QVERIFY(!scanner->isVisible());
     }
 
     void nothingIsCutOnASmallScreen()

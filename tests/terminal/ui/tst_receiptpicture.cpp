@@ -104,6 +104,26 @@ private slots:
         QVERIFY(ink(image, 0, image.height()) > ink(empty, 0, empty.height()));
     }
 
+    void veryLongReceiptIsDrawnToItsEnd()
+    {
+        // As tall as a payment of hundreds of documents: above 32,767 dots.
+        const QString line(ReceiptPicture::columns, QLatin1Char('#'));
+        const QImage one = ReceiptPicture::draw(line, QString());
+        QStringList lines;
+        for (int i = 0; i < 1600; ++i)
+            lines.append(line);
+        const QImage image = ReceiptPicture::draw(lines.join(QLatin1Char('\n')), qrText);
+        QVERIFY(image.height() > 35000);
+        QCOMPARE(decodeQr(image.copy(0, image.height() - 700, image.width(), 700)),
+                 qrText.toLatin1());
+        const int height = one.height() - ReceiptPicture::draw(QString(), QString()).height();
+        const auto rowOf = [height](int number) { return 48 + number * height; };
+        const int inkOfLine = ink(image, rowOf(0), rowOf(1));
+        QVERIFY(inkOfLine > 0);
+        for (int number = 1; number < lines.size(); ++number)
+            QCOMPARE(ink(image, rowOf(number), rowOf(number + 1)), inkOfLine);
+    }
+
     void emptyLinesInsideAreKept()
     {
         const QImage two = ReceiptPicture::draw(QStringLiteral("А\nБ"), QString());

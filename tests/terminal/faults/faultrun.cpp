@@ -1,13 +1,10 @@
 #include "faultrun.h"
 
-#include <billing/sampleaccounts.h>
 #include <bus/amqp/brokeraddress.h>
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QHash>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QUrl>
 
@@ -15,7 +12,6 @@ namespace {
 
 /// Longer than the station's own.
 constexpr int PATIENCE_MS = 300000;
-constexpr qint64 DEBT_AT_FIRST = 150050;
 
 /// Filled once for a test program and copied for every test: filling takes longer than a test.
 QString masterFolder()
@@ -28,20 +24,6 @@ QString masterFolder()
         return station.waitForFinished(PATIENCE_MS) && station.exitCode() == 0;
     }();
     return filled ? folder.path() : QString();
-}
-
-qint64 number(const QJsonObject &figures, const char *key)
-{
-    return qint64(figures.value(QLatin1String(key)).toDouble());
-}
-
-QSet<QString> texts(const QJsonObject &figures, const char *key)
-{
-    QSet<QString> result;
-    const QJsonArray list = figures.value(QLatin1String(key)).toArray();
-    for (const QJsonValue &value : list)
-        result.insert(value.toString());
-    return result;
 }
 
 } // namespace
@@ -128,45 +110,9 @@ void FaultRun::remember(const QByteArray &output)
         const int blank = line.indexOf(' ');
         if (blank < 0)
             continue;
-        const QString what = QString::fromLatin1(line.left(blank));
-        if (what == QLatin1String("figures"))
-            m_figures = QJsonDocument::fromJson(line.mid(blank + 1)).object();
+        if (line.startsWith("figures "))
+            m_agreement.setFigures(QJsonDocument::fromJson(line.mid(blank + 1)).object());
         else
-            m_promises[what].insert(QString::fromUtf8(line.mid(blank + 1)));
+            m_agreement.promise(line);
     }
-}
-
-QString FaultRun::disagreement() const
-{
-    const auto same = [](const char *what, qint64 a, qint64 b) {
-        return a == b ? QString()
-                      : QStringLiteral("%1: %2 and %3; ")
-                            .arg(QLatin1String(what), QString::number(a), QString::number(b));
-    };
-    const QJsonObject &f = m_figures;
-    const int receipts = f.value(QLatin1String("receipts")).toArray().size();
-    const int packs = f.value(QLatin1String("packs")).toArray().size();
-    QString result = f.isEmpty() ? QStringLiteral("no figures; ") : QString();
-    result += same("card money taken and on receipts", number(f, "charged") - number(f, "refunded"),
-                   number(f, "receiptCashless"));
-    result += same("receipts and packs", receipts, packs);
-    result += same("packs here and at billing", packs, number(f, "billedPacks"));
-    result += same("receipts and packs, money", number(f, "receiptTotal"),
-                   number(f, "packCash") + number(f, "packCard"));
-    result +=
-        same("card on receipts and in packs", number(f, "receiptCashless"), number(f, "packCard"));
-    result += same("packs and billing, money", number(f, "packCash") + number(f, "packCard"),
-                   number(f, "billed"));
-    result +=
-        same("billing and the account", number(f, "billed"), DEBT_AT_FIRST - number(f, "debt"));
-    const auto kept = [&](const char *what, const char *where) {
-        const QSet<QString> lost =
-            QSet<QString>(m_promises.value(QLatin1String(what))).subtract(texts(f, where));
-        return lost.isEmpty()
-            ? QString()
-            : QStringLiteral("%1 and lost: %2; ")
-                  .arg(QLatin1String(what), QStringList(lost.values()).join(QLatin1Char(' ')));
-    };
-    result += kept("charged", "charges") + kept("printed", "receipts") + kept("saved", "packs");
-    return result;
 }

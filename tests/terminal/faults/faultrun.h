@@ -1,10 +1,11 @@
 #pragma once
 
+#include "agreement.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QProcess>
 #include <QProcessEnvironment>
-#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -42,10 +43,10 @@ public:
     Ending finish(QProcess &process, bool kill);
 
     /// Figures of the last process that told any.
-    QJsonObject figures() const { return m_figures; }
+    QJsonObject figures() const { return m_agreement.figures(); }
     /// Empty when the figures agree with each other and with every promise; else what does not.
-    QString disagreement() const;
-    int promised(const QString &what) const { return m_promises.value(what).size(); }
+    QString disagreement() const { return m_agreement.disagreement(); }
+    int promised(const QString &what) const { return m_agreement.promised(what); }
 
     static QString stationProgram();
 
@@ -57,6 +58,5 @@ private:
     bool m_ready = false;
     QStringList m_brokerArguments;
     QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
-    QHash<QString, QSet<QString>> m_promises;
-    QJsonObject m_figures;
+    Agreement m_agreement;
 };

@@ -14,14 +14,9 @@
 #include <QRandomGenerator>
 
 #include <cstdio>
+#include <utility>
 
 namespace {
-
-void tell(const char *what, const QString &which)
-{
-    std::printf("%s %s\n", what, qUtf8Printable(which));
-    std::fflush(stdout);
-}
 
 basix::FixNumber money(qint64 kopecks)
 {
@@ -63,9 +58,20 @@ Check checkFor(const StationPayment::Plan &plan)
 
 } // namespace
 
-StationPayment::StationPayment(TerminalContext &context, const Plan &plan)
-    : m_context(context), m_plan(plan)
+StationPayment::StationPayment(TerminalContext &context, const Plan &plan, Teller teller)
+    : m_context(context), m_plan(plan), m_teller(std::move(teller))
 {
+}
+
+void StationPayment::tell(const char *what, const QString &which)
+{
+    const QByteArray line = QByteArray(what) + ' ' + which.toUtf8();
+    if (m_teller) {
+        m_teller(line);
+        return;
+    }
+    std::printf("%s\n", line.constData());
+    std::fflush(stdout);
 }
 
 bool StationPayment::make()

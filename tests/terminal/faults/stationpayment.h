@@ -1,14 +1,17 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QVariantMap>
+
+#include <functional>
 
 class TerminalContext;
 
 /// One payment made without a window: the calls that a plugin's payment page makes, in its order,
 /// through the interfaces that a plugin is given.
 ///
-/// After each step that the cashier may rely on, a line goes to the standard output: what it says
+/// After each step that the cashier may rely on, a line says so: what it says
 /// must be true whatever happens to the process from then on.
 class StationPayment final
 {
@@ -22,12 +25,16 @@ public:
         bool answerLost = false;
     };
 
-    StationPayment(TerminalContext &context, const Plan &plan);
+    using Teller = std::function<void(const QByteArray &line)>;
+
+    /// Lines go to `teller`, or to the standard output without one.
+    StationPayment(TerminalContext &context, const Plan &plan, Teller teller = {});
 
     /// False when a step was refused; the lines on the standard output say which.
     bool make();
 
 private:
+    void tell(const char *what, const QString &which);
     bool charge();
     bool print();
     bool save();
@@ -35,6 +42,7 @@ private:
 
     TerminalContext &m_context;
     Plan m_plan;
+    Teller m_teller;
     QVariantMap m_result;
     qint64 m_packId = 0;
 };

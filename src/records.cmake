@@ -17,6 +17,7 @@ add_library(selmar_records OBJECT
     srrequest.cpp srrequest.h
     srservice.cpp srservice.h
     srservicecells.cpp srservicecells.h
+    srshowntext.cpp srshowntext.h
     srvalues.cpp srvalues.h
     individual/srpersonalaccount.cpp individual/srpersonalaccount.h
     legal/srlegalaccount.cpp legal/srlegalaccount.h)

@@ -1,5 +1,7 @@
 #include "srmessagebox.h"
 
+#include "srshowntext.h"
+
 #include <QMessageBox>
 #include <QPointer>
 
@@ -8,7 +10,8 @@ namespace {
 void showBox(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text)
 {
     // Not on the stack: whoever destroys the parent while the box is open destroys the box as well.
-    const QPointer<QMessageBox> box = new QMessageBox(icon, title, text, QMessageBox::Ok, parent);
+    const QPointer<QMessageBox> box =
+        new QMessageBox(icon, title, SrShownText::message(text), QMessageBox::Ok, parent);
     box->setTextFormat(Qt::PlainText);
     box->exec();
     delete box.data();

@@ -1,5 +1,7 @@
 #include "srtablecolumns.h"
 
+#include "srtextitemdelegate.h"
+
 #include <QAbstractItemModel>
 #include <QHeaderView>
 #include <QTableView>
@@ -9,8 +11,12 @@ namespace {
 /// A column's width is taken from the rows on screen and this many behind them; measuring every row
 /// of a contract with thousands of documents would keep the cashier waiting.
 constexpr int measuredRows = 100;
-/// A name of some hundred letters must not push the amounts out of the window.
-constexpr int widestColumnPixels = 360;
+/// How wide a column may grow; the narrower limits are for tables whose columns would otherwise
+/// leave no room for the last one. A name or a title of some hundred letters must not push the
+/// amounts out of the window.
+constexpr int widestColumnPixels[] = {360, 240, 160};
+/// All columns but the last together, in a window of 800 pixels.
+constexpr int roomPixels = 680;
 /// Above and below a row's text together; enough for an editor's frame.
 constexpr int rowPaddingPixels = 10;
 
@@ -18,6 +24,7 @@ constexpr int rowPaddingPixels = 10;
 
 void srPrepareTable(QTableView *table)
 {
+    table->setItemDelegate(new SrTextItemDelegate(table));
     table->horizontalHeader()->setStretchLastSection(true);
     table->horizontalHeader()->setResizeContentsPrecision(measuredRows);
     table->verticalHeader()->hide();
@@ -30,9 +37,15 @@ void srPrepareTable(QTableView *table)
 void srFitColumnsButLast(QTableView *table)
 {
     const int last = table->model()->columnCount() - 1;
-    for (int column = 0; column < last; ++column) {
+    for (int column = 0; column < last; ++column)
         table->resizeColumnToContents(column);
-        if (table->columnWidth(column) > widestColumnPixels)
-            table->setColumnWidth(column, widestColumnPixels);
+    for (const int widest : widestColumnPixels) {
+        int together = 0;
+        for (int column = 0; column < last; ++column) {
+            table->setColumnWidth(column, qMin(table->columnWidth(column), widest));
+            together += table->columnWidth(column);
+        }
+        if (together <= roomPixels)
+            return;
     }
 }

@@ -2,6 +2,7 @@
 
 #include "individual/sripaymentpage.h"
 #include "srscannerguard.h"
+#include "srwizardheader.h"
 
 #include <QObject>
 #include <QWizard>
@@ -46,5 +47,6 @@ void srAddPages(Wizard *wizard, StartPage *start, ServicesPage *services, const 
     wizard->setPage(SrPaymentPageId, payment);
 
     wizard->setStartId(SrStartPageId);
+    srPrepareHeader(wizard);
     new SrScannerGuard(wizard);
 }

@@ -1,5 +1,7 @@
 #include "srcountersmodel.h"
 
+#include "srshowntext.h"
+
 #include <algorithm>
 
 namespace {
@@ -73,7 +75,7 @@ QVariant SrCountersModel::headerData(int section, Qt::Orientation orientation, i
 {
     if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0
         && section < ColumnCount)
-        return m_titles.value(fieldOf(section));
+        return SrShownText::line(m_titles.value(fieldOf(section)));
     return QAbstractTableModel::headerData(section, orientation, role);
 }
 

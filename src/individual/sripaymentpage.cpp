@@ -58,7 +58,7 @@ void SrIPaymentPage::initializePage()
     m_account = srAccountOfPreviousPage(wizard());
     if (!m_account)
         return;
-    m_ui->tbSummary->setHtml(m_account->toSummaryHtml());
+    m_ui->tbSummary->showAccount(m_account->toSummaryHtml());
     // A card amount typed for another account must not stay when the cashier comes back with this
     // one.
     m_ui->dsbCard->setValue(0.0);

@@ -10,6 +10,7 @@
 #include "srsumitemdelegate.h"
 #include "srtablecolumns.h"
 #include "srwizardcontext.h"
+#include "srwizardheader.h"
 #include "ui_sriservicespage.h"
 
 #include <QDebug>
@@ -51,8 +52,7 @@ void SrIServicesPage::initializePage()
     const SrPersonalAccount account = m_account ? *m_account : SrPersonalAccount();
     m_services->setServices(account.services(), account.charge(), account.debt());
     m_counters->setCounters(account.counters());
-    setTitle(account.fio());
-    setSubTitle(account.address());
+    srShowPayer(this, account.fio(), account.address());
     srFitColumnsButLast(m_ui->tvServices);
     srFitColumnsButLast(m_ui->tvCounters);
     m_ui->gbCounters->setVisible(!account.counters().isEmpty());

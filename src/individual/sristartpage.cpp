@@ -135,7 +135,7 @@ void SrIStartPage::setAccount(const QVariantList &payParamList)
     m_account.setPeriod(period());
     m_account.setStartAmount(amount());
     m_account.setClientPhoneOrEmail(m_ui->lePhone->text());
-    m_ui->tbSummary->setHtml(m_account.toHtml());
+    m_ui->tbSummary->showAccount(m_account.toHtml());
     emit completeChanged();
 }
 

@@ -1,6 +1,7 @@
 #include "srservicesmodel.h"
 
 #include "srservicecells.h"
+#include "srshowntext.h"
 
 #include <QColor>
 
@@ -91,7 +92,7 @@ QVariant SRServicesModel::headerData(int section, Qt::Orientation orientation, i
 {
     if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0
         && section < ColumnCount)
-        return m_titles.value(SrServiceCells::field(section));
+        return SrShownText::line(m_titles.value(SrServiceCells::field(section)));
     return QAbstractTableModel::headerData(section, orientation, role);
 }
 

@@ -1,6 +1,7 @@
 #include "srdocumentsmodel.h"
 
 #include "srservicecells.h"
+#include "srshowntext.h"
 
 #include <QColor>
 #include <QDebug>
@@ -192,7 +193,7 @@ QVariant SRDocumentsModel::headerData(int section, Qt::Orientation orientation, 
 {
     if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0
         && section < ColumnCount)
-        return m_titles.value(fieldOf(section));
+        return SrShownText::line(m_titles.value(fieldOf(section)));
     return QAbstractTableModel::headerData(section, orientation, role);
 }
 

@@ -7,6 +7,7 @@
 #include "srpagetransfer.h"
 #include "srtablecolumns.h"
 #include "srwizardcontext.h"
+#include "srwizardheader.h"
 
 #include <QDebug>
 #include <QGroupBox>
@@ -69,8 +70,7 @@ void SrLServicesPage::initializePage()
     m_account = srAccountOfPreviousPage(m_wizard).dynamicCast<SrLegalAccount>();
     const SrLegalAccount account = m_account ? *m_account : SrLegalAccount();
     m_documents->setDocuments(account.documents(), account.charge(), account.debt());
-    setTitle(account.fio());
-    setSubTitle(account.address());
+    srShowPayer(this, account.fio(), account.address());
     srFitColumnsButLast(m_table);
 }
 

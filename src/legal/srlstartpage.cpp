@@ -124,7 +124,7 @@ void SrLStartPage::setAccount(const QVariantList &payParamList)
     m_account.setAccountNumber(m_ui->leAccount->text());
     m_account.setStartAmount(amount());
     m_account.setClientPhoneOrEmail(m_ui->lePhone->text());
-    m_ui->tbSummary->setHtml(m_account.toHtml());
+    m_ui->tbSummary->showAccount(m_account.toHtml());
     emit completeChanged();
 }
 

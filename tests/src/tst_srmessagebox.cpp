@@ -3,8 +3,10 @@
 #include "guitestguard.h"
 #include "markingtranslator.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTest>
 
 #include <memory>
@@ -31,7 +33,8 @@ private slots:
     void closesBy_data();
     void closesBy();
     void isModalToItsParent();
-    void veryLongText();
+    void everyTextLeavesTheButtonOnTheScreen_data();
+    void everyTextLeavesTheButtonOnTheScreen();
 
 private:
     std::unique_ptr<GuiTestGuard> m_guard;
@@ -152,12 +155,33 @@ void TestSrMessageBox::isModalToItsParent()
     QVERIFY(window.findChildren<QDialog *>().isEmpty());
 }
 
-void TestSrMessageBox::veryLongText()
+void TestSrMessageBox::everyTextLeavesTheButtonOnTheScreen_data()
 {
-    const QString text = QString(20000, QLatin1Char('x'));
-    m_guard->answers.ok();
+    QTest::addColumn<QString>("text");
+    QTest::newRow("a long explanation") << QStringLiteral("Счёт закрыт. ").repeated(46);
+    QTest::newRow("a word of a megabyte") << QString(1024 * 1024, QChar(0x0429));
+    QTest::newRow("a megabyte of lines") << QString(1024 * 1024, QLatin1Char('\n'));
+    QTest::newRow("controls and overrides") << QStringLiteral("\u202E\u001B").repeated(10000);
+}
+
+void TestSrMessageBox::everyTextLeavesTheButtonOnTheScreen()
+{
+    QFETCH(const QString, text);
+    QSize size;
+    QString shown;
+    m_guard->answers.run([&](QDialog *dialog) {
+        size = dialog->frameGeometry().size();
+        shown = qobject_cast<QMessageBox *>(dialog)->text();
+        dialog->accept();
+    });
     SrMessageBox::show(nullptr, QStringLiteral("Вода"), ISrIWizardPage::MsgError, text);
-    QCOMPARE(m_guard->answers.seen().first().text, text);
+    const QSize screen = QApplication::primaryScreen()->availableSize();
+    QVERIFY2(size.width() <= screen.width() && size.height() <= screen.height(),
+             qPrintable(QStringLiteral("%1 x %2").arg(QString::number(size.width()),
+                                                      QString::number(size.height()))));
+    QVERIFY(!shown.isEmpty());
+    if (text.size() <= 600)
+        QCOMPARE(shown, text);
 }
 
 QTEST_MAIN(TestSrMessageBox)

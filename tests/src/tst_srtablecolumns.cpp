@@ -30,6 +30,8 @@ private slots:
     void tabLeavesTheTable();
     void everyColumnButTheLastFitsItsContents();
     void longTextIsCutOffAndLeavesRoomForTheAmounts();
+    void manyLongTextsLeaveRoomForTheLastColumn_data();
+    void manyLongTextsLeaveRoomForTheLastColumn();
     void columnsShrinkAgain();
     void thousandsOfRowsAreNotAllMeasured();
     void tableWithoutRows();
@@ -98,6 +100,38 @@ void TestSrTableColumns::longTextIsCutOffAndLeavesRoomForTheAmounts()
     srFitColumnsButLast(&table);
     QCOMPARE(table.columnWidth(0), 360);
     QVERIFY(table.columnViewportPosition(3) < 690);
+}
+
+void TestSrTableColumns::manyLongTextsLeaveRoomForTheLastColumn_data()
+{
+    QTest::addColumn<int>("columns");
+    QTest::addColumn<int>("longOnes");
+    QTest::addColumn<int>("widest");
+    QTest::newRow("meters") << 3 << 1 << 360;
+    QTest::newRow("two long") << 5 << 2 << 240;
+    QTest::newRow("services, all long") << 4 << 4 << 160;
+    QTest::newRow("documents, all long") << 5 << 5 << 160;
+}
+
+void TestSrTableColumns::manyLongTextsLeaveRoomForTheLastColumn()
+{
+    QFETCH(const int, columns);
+    QFETCH(const int, longOnes);
+    QFETCH(const int, widest);
+    QStandardItemModel model(1, columns);
+    for (int column = 0; column < columns; ++column) {
+        const bool isLong = column < longOnes;
+        model.setHeaderData(column, Qt::Horizontal,
+                            isLong ? QString(300, QChar(u'Ш')) : QStringLiteral("Долг"));
+        model.setData(model.index(0, column), QStringLiteral("123456.78"));
+    }
+    QTableView table;
+    table.setModel(&model);
+    srPrepareTable(&table);
+    table.resize(770, 200);
+    srFitColumnsButLast(&table);
+    QCOMPARE(table.columnWidth(0), widest);
+    QVERIFY(table.columnViewportPosition(columns - 1) < 690);
 }
 
 void TestSrTableColumns::columnsShrinkAgain()

@@ -1,12 +1,17 @@
+# Hostile texts point at a server that nobody may ask.
+find_package(Qt5 5.15 REQUIRED COMPONENTS Network)
+
 # The handler, the two wizards' shells and their start pages, and what the tests of all wizards have in common.
 add_library(plugin_test_support STATIC
     support/billinganswers.cpp support/billinganswers.h
+    support/canary.cpp support/canary.h
     support/fakehost.cpp support/fakehost.h
     support/fakepayscontroller.cpp support/fakepayscontroller.h
     support/fakeregister.cpp support/fakeregister.h
     support/guitestguard.cpp support/guitestguard.h
     support/hostdatabase.cpp support/hostdatabase.h
     support/hostileanswers.cpp support/hostileanswers.h
+    support/hostiletexts.cpp support/hostiletexts.h
     support/individualstartform.h
     support/keyboardscanner.cpp support/keyboardscanner.h
     support/markingtranslator.h
@@ -19,7 +24,7 @@ add_library(plugin_test_support STATIC
     support/wizardshellchecks.h)
 selmar_conventions(plugin_test_support)
 target_include_directories(plugin_test_support PUBLIC support)
-target_link_libraries(plugin_test_support PUBLIC basixcore molvacore test_support_gui)
+target_link_libraries(plugin_test_support PUBLIC basixcore molvacore test_support_gui Qt5::Network)
 
 foreach(name IN ITEMS
         individual/tst_selmarindividualwizard individual/tst_sristartpage individual/tst_sristartpagecode

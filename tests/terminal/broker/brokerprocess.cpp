@@ -30,7 +30,7 @@ namespace {
 
 const QString SERVER = QStringLiteral("/usr/lib/rabbitmq/bin/rabbitmq-server");
 /// Several seconds on a machine that has nothing else to do.
-constexpr int START_MS = 180000;
+constexpr int START_MS = 300000;
 
 constexpr int END_MS = 10000;
 

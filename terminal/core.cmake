@@ -18,6 +18,8 @@ add_library(terminal_core STATIC
     billing/paypackreader.h billing/paypackreader.cpp
     billing/sampleaccounts.h billing/sampleaccounts.cpp
     billing/samplecatalogue.h billing/samplecatalogue.cpp
+    devices/devicecontrol.h devices/devicecontrol.cpp
+    devices/devicestates.h devices/devicestates.cpp
     fiscal/emulatedregister.h fiscal/emulatedregister.cpp
     fiscal/fiscaldocumentchecker.h fiscal/fiscaldocumentchecker.cpp
     fiscal/fiscalfindings.h fiscal/fiscalfindings.cpp

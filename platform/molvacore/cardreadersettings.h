@@ -19,8 +19,8 @@ public:
     int type() const { return m_type; }
     void setType(int type) { m_type = type; }
 
-    /// What the emulated terminals do whatever the amount: "approve", "decline", "init-failed" or
-    /// "connection-lost". Empty leaves the outcome to the amount (PosTestAmount).
+    /// What the emulated terminals do whatever the amount: a name of PosTestOutcome. Empty leaves
+    /// the outcome to the amount (PosTestAmount).
     QString outcome() const { return m_outcome; }
     void setOutcome(const QString &outcome) { m_outcome = outcome; }
 

@@ -2,16 +2,13 @@
 
 #include <molvacore/cardchargelog.h>
 #include <molvacore/cardreadersettings.h>
+#include <molvacore/posactivity.h>
+#include <molvacore/postestoutcome.h>
 
 #include <QDateTime>
 #include <QRandomGenerator>
 
 namespace {
-
-const QLatin1String forcedApproval("approve");
-const QLatin1String forcedDecline("decline");
-const QLatin1String forcedInitFailure("init-failed");
-const QLatin1String forcedLoss("connection-lost");
 
 QString randomDigits(int count)
 {
@@ -21,10 +18,13 @@ QString randomDigits(int count)
     return digits;
 }
 
-bool isKnownOutcome(const QString &outcome)
+/// What may stand in the settings, for whoever mistyped it.
+QString knownOutcomes()
 {
-    return outcome.isEmpty() || outcome == forcedApproval || outcome == forcedDecline
-        || outcome == forcedInitFailure || outcome == forcedLoss;
+    QStringList names;
+    for (const PosTestOutcome &outcome : PosTestOutcome::table())
+        names.append(outcome.name);
+    return names.join(QStringLiteral(", "));
 }
 
 } // namespace
@@ -38,15 +38,14 @@ bool PosEmulator::init(QString &error)
 {
     m_ready = false;
     m_forced = CardReaderSettings().outcome();
-    if (!isKnownOutcome(m_forced)) {
-        error =
-            QStringLiteral(
-                "В настройках терминала задан неизвестный исход «%1». Допустимы: approve, decline, "
-                "init-failed, connection-lost или пустое значение.")
-                .arg(m_forced);
+    const std::optional<PosTestOutcome> forced = PosTestOutcome::named(m_forced);
+    if (!m_forced.isEmpty() && !forced) {
+        error = QStringLiteral("В настройках терминала задан неизвестный исход «%1». Допустимы: %2 "
+                               "или пустое значение.")
+                    .arg(m_forced, knownOutcomes());
         return false;
     }
-    if (m_forced == forcedInitFailure) {
+    if (forced && !forced->initialises) {
         error = QStringLiteral(
                     "Карточный терминал не отвечает. Проверьте питание и кабель и повторите. %1")
                     .arg(hint(0));
@@ -72,6 +71,9 @@ bool PosEmulator::pay(const basix::FixNumber &amount, QString &error, QStringLis
     }
     const PosTestAmount row = outcomeFor(roubles.value());
     switch (row.outcome) {
+    case PosTestAmount::Outcome::ApproveSlowly:
+        PosActivity::wait();
+        Q_FALLTHROUGH();
     case PosTestAmount::Outcome::Approve:
         error.clear();
         slip = slipOf(charge(roubles, true));
@@ -93,13 +95,8 @@ bool PosEmulator::pay(const basix::FixNumber &amount, QString &error, QStringLis
 
 PosTestAmount PosEmulator::outcomeFor(qint64 kopecks) const
 {
-    if (m_forced.isEmpty())
-        return PosTestAmount::forKopecks(kopecks);
-    if (m_forced == forcedDecline)
-        return PosTestAmount::forKopecks(5);
-    if (m_forced == forcedLoss)
-        return PosTestAmount::forKopecks(20);
-    return PosTestAmount::forKopecks(0);
+    const std::optional<PosTestOutcome> forced = PosTestOutcome::named(m_forced);
+    return forced ? forced->amount : PosTestAmount::forKopecks(kopecks);
 }
 
 QString PosEmulator::hint(int digits) const

@@ -13,6 +13,7 @@ QVector<PosTestAmount> PosTestAmount::table()
         {22, Outcome::Timeout,
          QStringLiteral("Карта не поднесена за отведённое время, карта не списана")},
         {23, Outcome::Decline, QStringLiteral("Операция отменена покупателем")},
+        {30, Outcome::ApproveSlowly, QString()},
         {51, Outcome::Decline, QStringLiteral("Недостаточно средств")},
         {54, Outcome::Decline, QStringLiteral("Срок действия карты истёк")},
         {55, Outcome::Decline, QStringLiteral("Неверный ПИН-код")},

@@ -15,6 +15,7 @@
 /// | 21 | LostAfterCharge | Потеряна связь с терминалом: неизвестно, списаны ли деньги |
 /// | 22 | Timeout | Карта не поднесена за отведённое время, карта не списана |
 /// | 23 | Decline | Операция отменена покупателем |
+/// | 30 | ApproveSlowly | nothing: the charge goes through after PosActivity::slowTime() |
 /// | 51 | Decline | Недостаточно средств |
 /// | 54 | Decline | Срок действия карты истёк |
 /// | 55 | Decline | Неверный ПИН-код |
@@ -28,6 +29,7 @@ struct MOLVACORE_EXPORT PosTestAmount
 {
     enum class Outcome {
         Approve,
+        ApproveSlowly,    ///< charged after a while
         Decline,          ///< refused with the text; nothing is charged
         LostBeforeCharge, ///< no link to the terminal; nothing is charged; init() is needed again
         LostAfterCharge,  ///< the card is charged, but the answer is lost; init() is needed again
@@ -36,7 +38,7 @@ struct MOLVACORE_EXPORT PosTestAmount
 
     int digits = 0;
     Outcome outcome = Outcome::Approve;
-    /// What the cashier is told, without the hint that it is simulated.
+    /// What the cashier is told, without the hint that it is simulated; empty for an approval.
     QString text;
 
     /// The table above, by digits.

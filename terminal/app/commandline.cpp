@@ -27,6 +27,31 @@ CommandLine::Demo demoOf(const QString &name)
             .arg(name));
 }
 
+QCommandLineOption stateOption(Device device)
+{
+    return QCommandLineOption(DeviceStates::option(device),
+                              QStringLiteral("%1, состояние с начала работы: %2.")
+                                  .arg(DeviceStates::title(device),
+                                       DeviceStates::keys(device).join(QStringLiteral(", "))),
+                              QStringLiteral("состояние"));
+}
+
+QVector<QPair<Device, QString>> statesIn(const QCommandLineParser &parser)
+{
+    QVector<QPair<Device, QString>> states;
+    for (const Device device : DeviceStates::devices()) {
+        const QString option = DeviceStates::option(device);
+        const QString key = parser.value(option);
+        if (!parser.isSet(option))
+            continue;
+        if (!DeviceStates::find(device, key))
+            refuse(QStringLiteral("Состояния «%1» у ключа --%2 нет. Есть %3.")
+                       .arg(key, option, DeviceStates::keys(device).join(QStringLiteral(", "))));
+        states.append({device, key});
+    }
+    return states;
+}
+
 } // namespace
 
 CommandLine CommandLine::parse(const QStringList &arguments)
@@ -93,8 +118,11 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         "Образцовое рабочее место кассира: принимает платежи через подключаемый модуль."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addOptions({data, plugin, bus, demo, scenario, out, visible, slow, bill, document,
-                       encoding, file, readCode});
+    parser.addOptions({data, plugin, bus});
+    for (const Device device : DeviceStates::devices())
+        parser.addOption(stateOption(device));
+    parser.addOptions(
+        {demo, scenario, out, visible, slow, bill, document, encoding, file, readCode});
     if (!parser.parse(arguments))
         refuse(parser.errorText());
     if (parser.isSet(help))
@@ -111,6 +139,10 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     result.busAddress = parser.value(bus);
     if (parser.isSet(bus) && result.busAddress.isEmpty())
         refuse(QStringLiteral("Ключу --bus нужен адрес сервера сообщений."));
+    result.deviceStates = statesIn(parser);
+    if (parser.isSet(bus) && parser.isSet(DeviceStates::option(Device::Billing)))
+        refuse(QStringLiteral("За сервером сообщений биллинг не здешний, поэтому ключ --bus с "
+                              "--billing не употребляется."));
     if (parser.isSet(demo))
         result.demo = demoOf(parser.value(demo));
     result.scenarioFile = parser.value(scenario);

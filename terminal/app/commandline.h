@@ -1,9 +1,12 @@
 #pragma once
 
 #include <bills/codeencoding.h>
+#include <devices/devicestates.h>
 
+#include <QPair>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 /// What the terminal was started with.
 struct CommandLine
@@ -13,6 +16,8 @@ struct CommandLine
     QString dataFolder; ///< empty: not given
     QString pluginFile; ///< empty: not given
     QString busAddress; ///< empty: the bus inside the program
+    /// Keys of the states that devices begin in; those that were not given are missing.
+    QVector<QPair<Device, QString>> deviceStates;
     Demo demo = Demo::None;
     QString scenarioFile; ///< empty: not given; never together with a demo
     QString outFolder;    ///< empty: the demo or scenario leaves no files

@@ -136,6 +136,10 @@ int run(QApplication &application, const QStringList &ownArguments)
         TerminalContext::open(dataFolder, &error, std::move(bus));
     if (!context)
         return cannotStart(error);
+    for (const auto &state : commandLine.deviceStates) {
+        if (!context->devices().setState(state.first, state.second))
+            return cannotStart(context->devices().error());
+    }
     const QString plugin = commandLine.pluginFile.isEmpty() ? ApplicationSetup::defaultPluginFile()
                                                             : commandLine.pluginFile;
     // The terminal opens without the plugin too: the journal is there, and the page about it says

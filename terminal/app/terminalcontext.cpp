@@ -49,6 +49,14 @@ std::unique_ptr<TerminalContext> TerminalContext::open(const QString &dataFolder
         BillingEndpoint::attach(context->m_ownBus, context->m_billingService);
     context->m_busJournal.follow(context->bus());
     context->m_register = std::make_unique<EmulatedRegister>(context->m_fiscalJournal);
+    const bool own = context->billingIsOwn();
+    context->m_devices = std::make_unique<DeviceControl>(
+        *context->m_register, own ? &context->m_billingService : nullptr,
+        own ? &context->m_ownBus : nullptr);
+    if (!context->m_devices->reset()) {
+        *error = context->m_devices->error();
+        return nullptr;
+    }
     context->m_paysController =
         std::make_unique<PaysController>(context->m_payments, context->m_box.boxId());
     context->m_paysController->follow(context->bus());

@@ -4,6 +4,7 @@
 #include <billing/billingservice.h>
 #include <bus/busjournal.h>
 #include <bus/inprocessbus.h>
+#include <devices/devicecontrol.h>
 #include <fiscal/emulatedregister.h>
 #include <fiscal/fiscaljournal.h>
 #include <payments/chargejournal.h>
@@ -62,6 +63,8 @@ public:
     /// Everything that crossed the bus, from opening on.
     BusJournal &busJournal() { return m_busJournal; }
     EmulatedRegister &fiscalRegister() { return *m_register; }
+    /// Faults of the register, the card terminal and billing.
+    DeviceControl &devices() { return *m_devices; }
     FiscalJournal &fiscalJournal() { return m_fiscalJournal; }
     /// Billing's data in this folder: where payments go, or, when billing lives elsewhere, no more
     /// than sample accounts.
@@ -92,6 +95,7 @@ private:
     InProcessBus m_ownBus;
     std::unique_ptr<MessageBus> m_bus;
     std::unique_ptr<EmulatedRegister> m_register;
+    std::unique_ptr<DeviceControl> m_devices;
     std::unique_ptr<PaysController> m_paysController;
     std::unique_ptr<PaymentReconciler> m_reconciler;
     PluginHost m_pluginHost;

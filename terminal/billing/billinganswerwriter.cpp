@@ -4,6 +4,7 @@
 
 #include <basixcore/fixnumber.h>
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -114,8 +115,9 @@ QVariantMap BillingAnswerWriter::meters(const BillingAccount &account)
                                  {QStringLiteral("name"), meter.name},
                                  {QStringLiteral("lastvalue"), last},
                                  {QStringLiteral("currvalue"), last}};
-        records.append(entry(QStringLiteral("counter"), record(QStringLiteral("counter"), values,
-                                                               account.distributedEditable)));
+        records.append(
+            entry(QStringLiteral("counter"),
+                  record(QStringLiteral("counter"), values, account.distributedEditable)));
     }
     return list(QStringLiteral("counters"), QStringLiteral("Счётчики"), records);
 }
@@ -176,8 +178,8 @@ QVariantList BillingAnswerWriter::describe(const BillingAccount &account, qint64
     }
     if (document.isEmpty())
         left = 0;
-    const bool single = account.documentsForm == BillingAccount::DocumentsForm::SingleWhenAsked &&
-                        !document.isEmpty();
+    const bool single = account.documentsForm == BillingAccount::DocumentsForm::SingleWhenAsked
+        && !document.isEmpty();
     if (!single) {
         const QVariantMap list = documents(account, document, &left);
         QVariantList result =
@@ -223,4 +225,20 @@ QByteArray BillingAnswerWriter::brokenInner(const QString &uid, const QVariantLi
 {
     const QString whole = QString::fromUtf8(inner(false, QString(), payParamList));
     return envelope(uid, false, 0, QString(), whole.left(whole.size() / 2));
+}
+
+QByteArray BillingAnswerWriter::innerNotObject(const QString &uid, const QVariantList &payParamList)
+{
+    const QJsonDocument list(QJsonArray::fromVariantList(payParamList));
+    return envelope(uid, false, 0, QString(),
+                    QString::fromUtf8(list.toJson(QJsonDocument::Compact)));
+}
+
+QByteArray BillingAnswerWriter::fieldsNotList(const QString &uid)
+{
+    const QByteArray text =
+        json({{QStringLiteral("isError"), false},
+              {QStringLiteral("statusDescription"), QString()},
+              {QStringLiteral("payParamList"), QStringLiteral("список не получен")}});
+    return envelope(uid, false, 0, QString(), QString::fromUtf8(text));
 }

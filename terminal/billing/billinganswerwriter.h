@@ -26,6 +26,10 @@ public:
     static QByteArray nonZeroResult(const QString &uid, int result, const QString &text);
     /// The answer with its inner text cut in the middle.
     static QByteArray brokenInner(const QString &uid, const QVariantList &payParamList);
+    /// The answer with the list of fields where the object around it should be.
+    static QByteArray innerNotObject(const QString &uid, const QVariantList &payParamList);
+    /// The answer with a text where the list of fields should be.
+    static QByteArray fieldsNotList(const QString &uid);
 
 private:
     QVariantMap descriptor(const BillingField &field, const QString &value, bool editable) const;

@@ -8,11 +8,18 @@
 
 namespace {
 
+InProcessBus::Answer onBus(const BillingAnswer &answer)
+{
+    return {answer.headers, answer.body, answer.delay};
+}
+
 InProcessBus::Outcome outcomeOf(const BillingAnswer &answer)
 {
     InProcessBus::Outcome outcome;
     if (!answer.silent)
-        outcome.answer = InProcessBus::Answer{answer.headers, answer.body, answer.delay};
+        outcome.answer = onBus(answer);
+    for (const BillingAnswer &other : answer.others)
+        outcome.others.append(onBus(other));
     return outcome;
 }
 

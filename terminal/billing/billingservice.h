@@ -1,8 +1,14 @@
 #pragma once
 
+#include <billing/sampleaccounts.h>
+
 #include <QByteArray>
 #include <QString>
+#include <QVariantList>
 #include <QVariantMap>
+
+#include <optional>
+#include <vector>
 
 class BillingDatabase;
 
@@ -15,6 +21,8 @@ struct BillingAnswer
     bool silent = false;
     /// Milliseconds that billing takes its time for.
     int delay = 0;
+    /// What billing sends besides, each with a delay of its own; also when it is silent.
+    std::vector<BillingAnswer> others;
 };
 
 /// The utility's billing, whatever carries the messages.
@@ -39,11 +47,33 @@ public:
     /// `database` must be open and outlive the service.
     explicit BillingService(BillingDatabase &database);
 
+    /// Answers from now on as `behaviour` says, whatever the account's own; Ordinary leaves it to
+    /// the account again. An answer that was held for the next request is dropped.
+    void force(AnswerBehaviour behaviour);
+    AnswerBehaviour forced() const { return m_forced; }
+
     BillingAnswer answer(const QVariantMap &request);
     /// Acknowledges with {"packId", "error", "repeated", "description"}; "error" is true when the
     /// pack was not taken.
     BillingAnswer takePayPack(const QVariantMap &pack);
 
 private:
+    /// What there is to answer, before any behaviour bends it.
+    struct Finding
+    {
+        QVariantList fields;
+        /// Why there are none; empty when there are.
+        QString outerError;
+        QString innerError;
+        AnswerBehaviour behaviour = AnswerBehaviour::Ordinary;
+    };
+
+    Finding find(const QVariantMap &request);
+    BillingAnswer behave(AnswerBehaviour behaviour, const QString &uid, const Finding &finding);
+    BillingAnswer late(const BillingAnswer &answer);
+
     BillingDatabase &m_database;
+    AnswerBehaviour m_forced = AnswerBehaviour::Ordinary;
+    /// The answer to a request that the next one overtakes.
+    std::optional<BillingAnswer> m_held;
 };

@@ -11,10 +11,16 @@ enum class AnswerBehaviour {
     NonZeroResult = 2, ///< "result" is 17, the text stands in "resultDescription"
     InnerError =
         3, ///< "isError" inside "description" is true, the text stands in "statusDescription"
-    BrokenOuter = 4, ///< the answer is cut in the middle
-    BrokenInner = 5, ///< "description" is cut in the middle
-    Silence = 6,     ///< no answer ever
-    Slow = 7         ///< the ordinary answer after five seconds
+    BrokenOuter = 4,       ///< the answer is cut in the middle
+    BrokenInner = 5,       ///< "description" is cut in the middle
+    Silence = 6,           ///< no answer ever
+    Slow = 7,              ///< the ordinary answer after five seconds
+    EnvelopeNotObject = 8, ///< the whole answer is a JSON list with the envelope in it
+    InnerNotObject = 9,    ///< "description" is a JSON list
+    FieldsNotList = 10,    ///< "payParamList" inside "description" is a text
+    WrongUid = 11,         ///< the ordinary answer to a request that nobody made
+    Twice = 12,            ///< the ordinary answer two times
+    Late = 13 ///< no answer until the next request; then its own, and this one after it
 };
 
 /// An account or contract that every new billing database holds.

@@ -92,10 +92,11 @@ void InProcessBus::arrive(const QString &destination, const QVariant &data, cons
         emit accepted(destination, data);
     else
         emit refused(destination, data, outcome.refusal);
-    if (outcome.answer) {
-        const Answer reply = *outcome.answer;
+    QVector<Answer> answers = outcome.others;
+    if (outcome.answer)
+        answers.prepend(*outcome.answer);
+    for (const Answer &reply : qAsConst(answers))
         QTimer::singleShot(m_delay + reply.delay, this, [this, reply] { answer(reply); });
-    }
 }
 
 void InProcessBus::answer(const Answer &answer)

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QString>
 #include <QVariantMap>
+#include <QVector>
 
 #include <functional>
 #include <optional>
@@ -30,6 +31,8 @@ public:
     {
         QString refusal;
         std::optional<Answer> answer;
+        /// Sent besides: what comes late, twice or to somebody else.
+        QVector<Answer> others;
     };
     using Handler = std::function<Outcome(const QVariantMap &message)>;
 

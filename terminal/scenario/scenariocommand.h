@@ -9,8 +9,7 @@ struct ScenarioCommand
 {
     enum class Verb {
         Title,
-        Register,     ///< [condition, "once" or ""]
-        CardOutcome,  ///< [outcome]
+        State,        ///< [option of the device, key of the state, "once" or ""]
         CardTerminal, ///< [type]
         BusLink,      ///< ["1" or "0"]
         BusDelay,     ///< [milliseconds]
@@ -22,6 +21,7 @@ struct ScenarioCommand
         Press,        ///< [widget]
         AwaitAccount,
         AwaitMessage, ///< any message of the bus
+        RepeatAnswer, ///< delivers the bus's newest message once more
         WizardButton, ///< [button]
         CloseWindow,
         Reading,     ///< [meter, counted from one; value]

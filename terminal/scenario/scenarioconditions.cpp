@@ -2,7 +2,6 @@
 
 #include <app/terminalcontext.h>
 
-#include <molvacore/cardreadersettings.h>
 #include <molvacore/frhandler.h>
 #include <molvacore/ipaybyproviderplugin.h>
 
@@ -17,28 +16,23 @@ ScenarioConditions::ScenarioConditions(TerminalContext &context) : m_context(con
 
 bool ScenarioConditions::isCondition(Verb verb)
 {
-    return verb == Verb::Register || verb == Verb::CardOutcome || verb == Verb::CardTerminal
-        || verb == Verb::BusLink || verb == Verb::BusDelay || verb == Verb::Without
+    return verb == Verb::State || verb == Verb::CardTerminal || verb == Verb::BusLink
+        || verb == Verb::BusDelay || verb == Verb::RepeatAnswer || verb == Verb::Without
         || verb == Verb::StoreRefuses;
 }
 
 bool ScenarioConditions::apply(const ScenarioCommand &command)
 {
     const QString first = command.arguments.value(0);
-    if (command.verb == Verb::Register) {
-        m_context.fiscalRegister().setCondition(EmulatedRegister::Condition(first.toInt()),
-                                                !command.arguments.value(1).isEmpty());
-        return true;
+    if (command.verb == Verb::State)
+        return setState(command.arguments);
+    if (command.verb == Verb::CardTerminal) {
+        const bool set = m_context.devices().setCardTerminal(first.toInt());
+        m_error = m_context.devices().error();
+        return set;
     }
-    if (command.verb == Verb::CardOutcome || command.verb == Verb::CardTerminal) {
-        CardReaderSettings settings;
-        if (command.verb == Verb::CardOutcome)
-            settings.setOutcome(first);
-        else
-            settings.setType(first.toInt());
-        m_error = QStringLiteral("настройки карточного терминала не записаны");
-        return settings.save();
-    }
+    if (command.verb == Verb::RepeatAnswer)
+        return repeatAnswer();
     if (command.verb == Verb::BusLink) {
         m_context.ownBus().setConnected(first == QLatin1String("1"));
         return true;
@@ -55,6 +49,35 @@ bool ScenarioConditions::apply(const ScenarioCommand &command)
                        : QStringLiteral("DROP TRIGGER IF EXISTS scenario_refusal"));
     }
     return takeAway(first);
+}
+
+bool ScenarioConditions::setState(const QStringList &arguments)
+{
+    DeviceControl &control = m_context.devices();
+    for (const Device device : DeviceStates::devices()) {
+        if (DeviceStates::option(device) != arguments.value(0))
+            continue;
+        const bool set =
+            control.setState(device, arguments.value(1), !arguments.value(2).isEmpty());
+        m_error = control.error();
+        return set;
+    }
+    m_error = QStringLiteral("такого устройства нет");
+    return false;
+}
+
+bool ScenarioConditions::repeatAnswer()
+{
+    const BusJournal &journal = m_context.busJournal();
+    for (int i = journal.size() - 1; i >= 0; --i) {
+        const BusMessage message = journal.at(i).message;
+        if (message.direction == BusMessage::Direction::Incoming) {
+            m_context.bus().replay(message);
+            return true;
+        }
+    }
+    m_error = QStringLiteral("биллинг ещё ничего не ответил");
+    return false;
 }
 
 bool ScenarioConditions::takeAway(const QString &what)

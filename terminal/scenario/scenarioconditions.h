@@ -21,6 +21,8 @@ public:
     QString error() const { return m_error; }
 
 private:
+    bool setState(const QStringList &arguments);
+    bool repeatAnswer();
     bool takeAway(const QString &what);
     bool removeRegister();
     bool run(const char *file, const QString &sql);

@@ -1,6 +1,6 @@
 #include "scenariogrammar.h"
 
-#include <fiscal/emulatedregister.h>
+#include <devices/devicestates.h>
 
 #include <QRegularExpression>
 #include <QWizard>
@@ -19,27 +19,17 @@ void add(Phrases &list, const char *pattern, Verb verb, const QStringList &meant
 
 void addConditions(Phrases &list)
 {
-    using Condition = EmulatedRegister::Condition;
-    const QVector<QPair<const char *, Condition>> conditions{
-        {"касса исправна", Condition::Ready},
-        {"касса нет связи", Condition::NoConnection},
-        {"касса не готова", Condition::NotReady},
-        {"касса смена истекла", Condition::ShiftExpired},
-        {"касса нет бумаги", Condition::PaperOut},
-        {"касса сбой при печати", Condition::FailsWhilePrinting},
-        {"касса сбой после печати", Condition::FailsAfterPrinting},
-        {"касса накопитель заполнен", Condition::StorageFull}};
-    for (const auto &condition : conditions) {
-        const QString number = QString::number(int(condition.second));
-        add(list, condition.first, Verb::Register, {number, QString()});
-        add(list, QByteArray(condition.first).append(" один раз").constData(), Verb::Register,
-            {number, QStringLiteral("once")});
+    for (const Device device : DeviceStates::devices()) {
+        const QString option = DeviceStates::option(device);
+        for (const DeviceState &state : DeviceStates::of(device)) {
+            const QString phrase = DeviceStates::word(device) + QLatin1Char(' ') + state.phrase;
+            list.append({phrase, Verb::State, {option, state.key, QString()}});
+            if (device == Device::Register)
+                list.append({phrase + QStringLiteral(" один раз"),
+                             Verb::State,
+                             {option, state.key, QStringLiteral("once")}});
+        }
     }
-    add(list, "карта одобрить", Verb::CardOutcome, {QStringLiteral("approve")});
-    add(list, "карта отказ", Verb::CardOutcome, {QStringLiteral("decline")});
-    add(list, "карта нет связи", Verb::CardOutcome, {QStringLiteral("connection-lost")});
-    add(list, "карта нет инициализации", Verb::CardOutcome, {QStringLiteral("init-failed")});
-    add(list, "карта по сумме", Verb::CardOutcome, {QString()});
     add(list, "терминал карт {число}", Verb::CardTerminal);
     add(list, "биллинг связь есть", Verb::BusLink, {QStringLiteral("1")});
     add(list, "биллинг связи нет", Verb::BusLink, {QStringLiteral("0")});
@@ -61,6 +51,7 @@ void addActions(Phrases &list)
     add(list, "нажать {имя}", Verb::Press);
     add(list, "ждать ответ", Verb::AwaitAccount);
     add(list, "ждать сообщение биллинга", Verb::AwaitMessage);
+    add(list, "повторить ответ", Verb::RepeatAnswer);
     const QVector<QPair<const char *, QWizard::WizardButton>> buttons{
         {"далее", QWizard::NextButton},
         {"назад", QWizard::BackButton},

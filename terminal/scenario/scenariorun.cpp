@@ -207,11 +207,11 @@ void ScenarioRun::plan(const ScenarioCommand &command)
     case Verb::CheckWizard:
         planCheck(command);
         return;
-    case Verb::Register:
-    case Verb::CardOutcome:
+    case Verb::State:
     case Verb::CardTerminal:
     case Verb::BusLink:
     case Verb::BusDelay:
+    case Verb::RepeatAnswer:
     case Verb::Without:
     case Verb::StoreRefuses:
         return;

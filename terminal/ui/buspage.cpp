@@ -88,6 +88,7 @@ void BusPage::makeLayout()
     m_table->setWordWrap(false);
     m_table->setTabKeyNavigation(false);
     m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 6);
     QHeaderView *header = m_table->horizontalHeader();
     // Widths by content would measure every row at every message.
     const int digit = m_table->fontMetrics().horizontalAdvance(QLatin1Char('0'));

@@ -2,6 +2,7 @@
 
 #include "billspage.h"
 #include "connectionbanner.h"
+#include "devicealert.h"
 #include "journalpage.h"
 #include "modulepage.h"
 #include "paymentpage.h"
@@ -153,6 +154,7 @@ void MainWindow::makeMenu()
 
 void MainWindow::makeStatusBar()
 {
+    statusBar()->addPermanentWidget(new DeviceAlert(m_context.devices(), this));
     statusBar()->addPermanentWidget(m_outbox);
     statusBar()->addPermanentWidget(m_register);
     statusBar()->addPermanentWidget(m_bus);

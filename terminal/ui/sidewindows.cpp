@@ -1,6 +1,7 @@
 #include "sidewindows.h"
 
 #include "buspage.h"
+#include "devicespage.h"
 #include "scannerpage.h"
 
 #include <app/terminalcontext.h>
@@ -9,27 +10,36 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QSize>
 
 namespace {
 
+constexpr Qt::Key devicesKey = Qt::Key_F7;
 constexpr Qt::Key busKey = Qt::Key_F8;
 /// With Shift; alone it is the scanner's own trigger.
 constexpr Qt::Key scannerKey = Qt::Key_F9;
+
+void prepare(QWidget &window, const QString &name, const QString &title, const QSize &size)
+{
+    window.setObjectName(name);
+    window.setWindowTitle(title);
+    window.resize(size);
+    // Its own dialogs hold up no other window.
+    window.setAttribute(Qt::WA_GroupLeader);
+}
 
 } // namespace
 
 SideWindows::SideWindows(TerminalContext &context)
     : m_bus(std::make_unique<BusPage>(context.busJournal(), context.bus())),
+      m_devices(std::make_unique<DevicesPage>(context.devices())),
       m_scanner(std::make_unique<ScannerPage>())
 {
-    m_bus->setObjectName(QStringLiteral("busWindow"));
-    m_bus->setWindowTitle(tr("Шина — %1").arg(context.box().name()));
-    m_bus->resize(960, 620);
-    m_bus->setAttribute(Qt::WA_GroupLeader);
-    m_scanner->setObjectName(QStringLiteral("scannerWindow"));
-    m_scanner->setWindowTitle(tr("Сканер — %1").arg(context.box().name()));
-    m_scanner->resize(860, 600);
-    m_scanner->setAttribute(Qt::WA_GroupLeader);
+    const QString box = context.box().name();
+    prepare(*m_bus, QStringLiteral("busWindow"), tr("Шина — %1").arg(box), {960, 620});
+    prepare(*m_devices, QStringLiteral("devicesWindow"), tr("Устройства — %1").arg(box),
+            {1000, 700});
+    prepare(*m_scanner, QStringLiteral("scannerWindow"), tr("Сканер — %1").arg(box), {860, 600});
     qApp->installEventFilter(this);
 }
 
@@ -37,10 +47,13 @@ SideWindows::~SideWindows() = default;
 
 void SideWindows::addActions(QMenu &menu)
 {
-    QAction *bus = menu.addAction(tr("&Шина"));
+    QAction *devices = menu.addAction(tr("Устройства"));
+    devices->setShortcut(devicesKey);
+    connect(devices, &QAction::triggered, this, &SideWindows::showDevices);
+    QAction *bus = menu.addAction(tr("Шина"));
     bus->setShortcut(busKey);
     connect(bus, &QAction::triggered, this, &SideWindows::showBus);
-    QAction *scanner = menu.addAction(tr("&Сканер"));
+    QAction *scanner = menu.addAction(tr("Сканер"));
     scanner->setShortcut(Qt::SHIFT | scannerKey);
     connect(scanner, &QAction::triggered, this, &SideWindows::showScanner);
 }
@@ -48,6 +61,11 @@ void SideWindows::addActions(QMenu &menu)
 void SideWindows::showBus()
 {
     bringUp(*m_bus);
+}
+
+void SideWindows::showDevices()
+{
+    bringUp(*m_devices);
 }
 
 void SideWindows::showScanner()
@@ -64,24 +82,28 @@ void SideWindows::scan(const QByteArray &code)
 void SideWindows::close()
 {
     m_bus->close();
+    m_devices->close();
     m_scanner->close();
 }
 
 bool SideWindows::eventFilter(QObject *watched, QEvent *event)
 {
     // A menu that a dialog holds up does not hear its shortcuts.
-    if (event->type() == QEvent::KeyPress && watched->isWidgetType()) {
-        const auto *key = static_cast<QKeyEvent *>(event);
-        if (key->key() == busKey && key->modifiers() == Qt::NoModifier) {
-            showBus();
-            return true;
-        }
-        if (key->key() == scannerKey && key->modifiers() == Qt::ShiftModifier) {
-            showScanner();
-            return true;
-        }
-    }
-    return QObject::eventFilter(watched, event);
+    if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
+        return QObject::eventFilter(watched, event);
+    const auto *key = static_cast<QKeyEvent *>(event);
+    const auto pressed = [key](Qt::Key wanted, Qt::KeyboardModifiers modifiers) {
+        return key->key() == wanted && key->modifiers() == modifiers;
+    };
+    if (pressed(devicesKey, Qt::NoModifier))
+        showDevices();
+    else if (pressed(busKey, Qt::NoModifier))
+        showBus();
+    else if (pressed(scannerKey, Qt::ShiftModifier))
+        showScanner();
+    else
+        return QObject::eventFilter(watched, event);
+    return true;
 }
 
 void SideWindows::bringUp(QWidget &window)

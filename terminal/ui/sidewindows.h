@@ -10,7 +10,8 @@ class QWidget;
 class ScannerPage;
 class TerminalContext;
 
-/// The windows beside the cashier's own: what crosses the bus, and the scanner.
+/// The windows beside the cashier's own: what crosses the bus, the states of the devices, and the
+/// scanner.
 ///
 /// They have no parent, so no dialog of a payment holds them up, and their keys work wherever the
 /// keyboard is.
@@ -26,6 +27,7 @@ public:
     /// Adds what opens the windows.
     void addActions(QMenu &menu);
     void showBus();
+    void showDevices();
     void showScanner();
     /// Opens the scanner with the bytes of a code, ready to be typed in.
     void scan(const QByteArray &code);
@@ -38,5 +40,6 @@ private:
     static void bringUp(QWidget &window);
 
     std::unique_ptr<QWidget> m_bus;
+    std::unique_ptr<QWidget> m_devices;
     std::unique_ptr<ScannerPage> m_scanner;
 };

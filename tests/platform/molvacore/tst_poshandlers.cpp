@@ -3,11 +3,15 @@
 #include <molvacore/cardchargelog.h>
 #include <molvacore/cardreadersettings.h>
 #include <molvacore/ingericolibhandler.h>
+#include <molvacore/posactivity.h>
 #include <molvacore/postestamount.h>
+#include <molvacore/postestoutcome.h>
 #include <molvacore/qeftposhandler.h>
 #include <molvacore/sberposlibhandler.h>
 
+#include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include <memory>
 
@@ -65,6 +69,8 @@ private slots:
     void otherMultiplier();
     void forcedOutcome_data();
     void forcedOutcome();
+    void everyForcedOutcomeHasItsRow();
+    void slowTerminalIsBusyMeanwhile();
     void forcedOutcomeIsReadOnInit();
     void unknownForcedOutcome();
 
@@ -194,11 +200,11 @@ void tst_PosHandlers::tableIsInOrder()
 {
     int previous = 0;
     const QVector<PosTestAmount> table = PosTestAmount::table();
-    QCOMPARE(table.size(), 11);
+    QCOMPARE(table.size(), 12);
     for (const PosTestAmount &row : table) {
         QVERIFY(row.digits > previous && row.digits < 100);
         QVERIFY(row.outcome != PosTestAmount::Outcome::Approve);
-        QVERIFY(!row.text.isEmpty());
+        QCOMPARE(row.text.isEmpty(), row.outcome == PosTestAmount::Outcome::ApproveSlowly);
         previous = row.digits;
     }
 }
@@ -292,16 +298,29 @@ void tst_PosHandlers::forcedOutcome_data()
     QTest::addColumn<qint64>("kopecks");
     QTest::addColumn<bool>("initialised");
     QTest::addColumn<bool>("paid");
+    QTest::addColumn<bool>("charged");
     QTest::addColumn<QString>("text");
-    QTest::newRow("approve goes before the table")
-        << QStringLiteral("approve") << qint64(151) << true << true << QString();
-    QTest::newRow("decline") << QStringLiteral("decline") << qint64(100) << true << false
-                             << QStringLiteral("Отказ банка");
-    QTest::newRow("init failed") << QStringLiteral("init-failed") << qint64(100) << false << false
-                                 << QStringLiteral("не отвечает");
-    QTest::newRow("connection lost")
-        << QStringLiteral("connection-lost") << qint64(100) << true << false
-        << QStringLiteral("Потеряна связь с терминалом, карта не списана");
+    const auto row = [](const char *outcome, bool initialised, bool paid, bool charged,
+                        const QString &text) {
+        // An amount that the table would answer otherwise: the forced outcome goes before it.
+        const qint64 kopecks = paid ? 151 : 100;
+        QTest::newRow(outcome) << QString::fromLatin1(outcome) << kopecks << initialised << paid
+                               << charged << text;
+    };
+    row("approve", true, true, true, QString());
+    row("slow", true, true, true, QString());
+    row("decline", true, false, false, QStringLiteral("Отказ банка"));
+    for (const PosTestAmount &decline : PosTestAmount::table()) {
+        if (decline.outcome == PosTestAmount::Outcome::Decline && decline.digits != 5)
+            row(qPrintable(QStringLiteral("decline-%1").arg(decline.digits)), true, false, false,
+                decline.text);
+    }
+    row("timeout", true, false, false, QStringLiteral("Карта не поднесена"));
+    row("connection-lost", true, false, false,
+        QStringLiteral("Потеряна связь с терминалом, карта не списана"));
+    row("connection-lost-after", true, false, true,
+        QStringLiteral("неизвестно, списаны ли деньги"));
+    row("init-failed", false, false, false, QStringLiteral("не отвечает"));
 }
 
 void tst_PosHandlers::forcedOutcome()
@@ -310,13 +329,15 @@ void tst_PosHandlers::forcedOutcome()
     QFETCH(qint64, kopecks);
     QFETCH(bool, initialised);
     QFETCH(bool, paid);
+    QFETCH(bool, charged);
     QFETCH(QString, text);
+    PosActivity::setSlowTime(1);
     force(outcome);
     SberPosLibHandler terminal;
     QCOMPARE(terminal.init(m_error), initialised);
     if (initialised)
         QCOMPARE(terminal.pay(FixNumber(100, kopecks), m_error, m_slip), paid);
-    QCOMPARE(CardChargeLog::charges().size(), paid ? 1 : 0);
+    QCOMPARE(CardChargeLog::charges().size(), charged ? 1 : 0);
     if (!paid) {
         QVERIFY2(m_error.contains(text), qPrintable(m_error));
         QVERIFY2(
@@ -324,6 +345,43 @@ void tst_PosHandlers::forcedOutcome()
                                  .arg(outcome)),
             qPrintable(m_error));
     }
+}
+
+void tst_PosHandlers::everyForcedOutcomeHasItsRow()
+{
+    QStringList names;
+    for (const PosTestOutcome &outcome : PosTestOutcome::table()) {
+        QVERIFY2(!names.contains(outcome.name), qPrintable(outcome.name));
+        names.append(outcome.name);
+        QVERIFY(PosTestOutcome::named(outcome.name));
+    }
+    // As many as forcedOutcome() tries.
+    QCOMPARE(names.size(), 14);
+    QVERIFY(!PosTestOutcome::named(QString()));
+}
+
+void tst_PosHandlers::slowTerminalIsBusyMeanwhile()
+{
+    PosActivity::setSlowTime(50);
+    QSignalSpy busy(PosActivity::instance(), &PosActivity::busyChanged);
+    int ticks = 0;
+    bool busyThen = false;
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [&] {
+        ++ticks;
+        busyThen = PosActivity::busy() && CardChargeLog::charges().isEmpty();
+    });
+    timer.start(1);
+    SberPosLibHandler terminal;
+    QVERIFY(terminal.init(m_error));
+    QVERIFY(terminal.pay(FixNumber(100, 130), m_error, m_slip));
+    QVERIFY(ticks > 0);
+    QVERIFY(busyThen);
+    QVERIFY(!PosActivity::busy());
+    QCOMPARE(busy.count(), 2);
+    QCOMPARE(busy.at(0).at(0).toBool(), true);
+    QCOMPARE(busy.at(1).at(0).toBool(), false);
+    QCOMPARE(CardChargeLog::charges().size(), 1);
 }
 
 void tst_PosHandlers::forcedOutcomeIsReadOnInit()

@@ -60,6 +60,13 @@ private slots:
     void parametersFromText();
     void behaviours_data();
     void behaviours();
+    void forcedBehaviours_data();
+    void forcedBehaviours();
+    void forcedBehaviourGoesBeforeTheAccounts();
+    void forcedBehaviourBendsRefusalsToo();
+    void answersTwice();
+    void answersLate();
+    void packsAreTakenWhateverIsForced();
     void refusesRequests_data();
     void refusesRequests();
     void spreadsThePlannedSum_data();
@@ -258,6 +265,127 @@ void tst_BillingService::behaviours()
     QCOMPARE(parseError.error == QJsonParseError::NoError, innerReadable);
     QCOMPARE(inner.value(QStringLiteral("isError")).toBool(), isError);
     QCOMPARE(inner.value(QStringLiteral("statusDescription")).toString().isEmpty(), !isError);
+}
+
+void tst_BillingService::forcedBehaviours_data()
+{
+    QTest::addColumn<int>("behaviour");
+    QTest::addColumn<bool>("silent");
+    QTest::addColumn<bool>("object");
+    QTest::addColumn<QString>("uid");
+    QTest::addColumn<bool>("error");
+    QTest::addColumn<int>("result");
+    QTest::addColumn<bool>("innerObject");
+    QTest::addColumn<bool>("isError");
+    QTest::addColumn<bool>("fields");
+    const QString own = QStringLiteral("-42");
+    const auto row = [](const char *name, AnswerBehaviour behaviour, bool silent, bool object,
+                        const QString &uid, bool error, int result, bool innerObject, bool isError,
+                        bool fields) {
+        QTest::newRow(name) << int(behaviour) << silent << object << uid << error << result
+                            << innerObject << isError << fields;
+    };
+    using Behaviour = AnswerBehaviour;
+    row("ordinary", Behaviour::Ordinary, false, true, own, false, 0, true, false, true);
+    row("outer error", Behaviour::OuterError, false, true, own, true, 0, false, false, false);
+    row("result", Behaviour::NonZeroResult, false, true, own, false, 17, false, false, false);
+    row("inner error", Behaviour::InnerError, false, true, own, false, 0, true, true, false);
+    row("cut", Behaviour::BrokenOuter, false, false, QString(), false, 0, false, false, false);
+    row("cut inside", Behaviour::BrokenInner, false, true, own, false, 0, false, false, false);
+    row("silence", Behaviour::Silence, true, false, QString(), false, 0, false, false, false);
+    row("slow", Behaviour::Slow, false, true, own, false, 0, true, false, true);
+    row("a list", Behaviour::EnvelopeNotObject, false, false, QString(), false, 0, false, false,
+        false);
+    row("a list inside", Behaviour::InnerNotObject, false, true, own, false, 0, false, false,
+        false);
+    row("fields are a text", Behaviour::FieldsNotList, false, true, own, false, 0, true, false,
+        false);
+    row("foreign uid", Behaviour::WrongUid, false, true, QStringLiteral("99999999999999999999"),
+        false, 0, true, false, true);
+    row("twice", Behaviour::Twice, false, true, own, false, 0, true, false, true);
+    row("late", Behaviour::Late, true, false, QString(), false, 0, false, false, false);
+}
+
+void tst_BillingService::forcedBehaviours()
+{
+    QFETCH(int, behaviour);
+    QFETCH(bool, silent);
+    m_service->force(AnswerBehaviour(behaviour));
+    QCOMPARE(int(m_service->forced()), behaviour);
+    const BillingAnswer answer = ask(18722, SampleNumber::ORDINARY);
+    QCOMPARE(answer.silent, silent);
+    QCOMPARE(answer.delay > 0, behaviour == int(AnswerBehaviour::Slow));
+    QCOMPARE(answer.body.isEmpty(), silent);
+    const QJsonDocument document = QJsonDocument::fromJson(answer.body);
+    QTEST(document.isObject(), "object");
+    const QVariantMap outer = document.object().toVariantMap();
+    QTEST(outer.value(QStringLiteral("uid")).toString(), "uid");
+    QTEST(outer.value(QStringLiteral("error")).toBool(), "error");
+    QTEST(outer.value(QStringLiteral("result")).toInt(), "result");
+    const QJsonDocument inner =
+        QJsonDocument::fromJson(outer.value(QStringLiteral("description")).toString().toUtf8());
+    QTEST(inner.isObject(), "innerObject");
+    QTEST(inner.object().value(QStringLiteral("isError")).toBool(), "isError");
+    QTEST(!inner.object().value(QStringLiteral("payParamList")).toArray().isEmpty(), "fields");
+    m_service->force(AnswerBehaviour::Ordinary);
+    QVERIFY(!describe(18722, SampleNumber::ORDINARY).isEmpty());
+}
+
+void tst_BillingService::forcedBehaviourGoesBeforeTheAccounts()
+{
+    m_service->force(AnswerBehaviour::OuterError);
+    QVERIFY(!ask(18722, SampleNumber::SILENCE).silent);
+    m_service->force(AnswerBehaviour::Ordinary);
+    QVERIFY(ask(18722, SampleNumber::SILENCE).silent);
+}
+
+void tst_BillingService::forcedBehaviourBendsRefusalsToo()
+{
+    m_service->force(AnswerBehaviour::Silence);
+    QVERIFY(ask(18722, SampleNumber::UNKNOWN).silent);
+    QVERIFY(m_service->answer({}).silent);
+    m_service->force(AnswerBehaviour::WrongUid);
+    const QVariantMap outer = parse(ask(18722, SampleNumber::UNKNOWN).body);
+    QVERIFY(outer.value(QStringLiteral("uid")).toString() != QStringLiteral("-42"));
+    QVERIFY(outer.value(QStringLiteral("description")).toString().contains(SampleNumber::UNKNOWN));
+}
+
+void tst_BillingService::answersTwice()
+{
+    m_service->force(AnswerBehaviour::Twice);
+    const BillingAnswer answer = ask(18722, SampleNumber::ORDINARY);
+    QCOMPARE(answer.others.size(), std::size_t(1));
+    QCOMPARE(answer.others.at(0).body, answer.body);
+    QCOMPARE(answer.others.at(0).headers, answer.headers);
+    QVERIFY(!answer.others.at(0).silent);
+}
+
+void tst_BillingService::answersLate()
+{
+    const QByteArray ordinary = ask(18722, SampleNumber::ORDINARY).body;
+    const QByteArray penalty = ask(18722, SampleNumber::PENALTY).body;
+    m_service->force(AnswerBehaviour::Late);
+    const BillingAnswer first = ask(18722, SampleNumber::ORDINARY);
+    QVERIFY(first.silent && first.others.empty());
+    const BillingAnswer second = ask(18722, SampleNumber::PENALTY);
+    QVERIFY(!second.silent);
+    QCOMPARE(second.others.size(), std::size_t(1));
+    QVERIFY(second.others.at(0).delay > 0);
+    QCOMPARE(second.body, penalty);
+    QCOMPARE(second.others.at(0).body, ordinary);
+    QVERIFY(ask(18722, SampleNumber::ORDINARY).silent);
+    // What is held belongs to the behaviour and goes with it.
+    m_service->force(AnswerBehaviour::Late);
+    QVERIFY(ask(18722, SampleNumber::ORDINARY).silent);
+}
+
+void tst_BillingService::packsAreTakenWhateverIsForced()
+{
+    for (const AnswerBehaviour behaviour :
+         {AnswerBehaviour::Silence, AnswerBehaviour::OuterError}) {
+        m_service->force(behaviour);
+        QVERIFY(!m_service->takePayPack({}).silent);
+    }
 }
 
 void tst_BillingService::refusesRequests_data()

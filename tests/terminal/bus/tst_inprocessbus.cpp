@@ -57,6 +57,7 @@ private slots:
     void holdsAnswersWhileDisconnected();
     void statusGoesItsOwnWay();
     void reportsTraffic();
+    void deliversEveryAnswerOfAService();
     void serviceMaySendWhileItServes();
 
 private:
@@ -228,6 +229,19 @@ void tst_InProcessBus::reportsTraffic()
     QCOMPARE(in.address, QStringLiteral("echo"));
     QCOMPARE(in.body, QByteArray("v"));
     QVERIFY(in.time.isValid());
+}
+
+void tst_InProcessBus::deliversEveryAnswerOfAService()
+{
+    m_bus->serve(QStringLiteral("/app/many"), [](const QVariantMap &) {
+        InProcessBus::Outcome outcome;
+        outcome.others = {{{}, "later", 20}, {{}, "sooner", 0}};
+        return outcome;
+    });
+    m_bus->sendMessage(QStringLiteral("/app/many"), text(QStringLiteral("?")));
+    QTRY_COMPARE(m_in->count(), 2);
+    QCOMPARE(m_in->at(0).at(1).toString(), QStringLiteral("sooner"));
+    QCOMPARE(m_in->at(1).at(1).toString(), QStringLiteral("later"));
 }
 
 void tst_InProcessBus::serviceMaySendWhileItServes()

@@ -1,3 +1,4 @@
+#include <devices/devicestates.h>
 #include <scenario/roubles.h>
 #include <scenario/scenarioparser.h>
 
@@ -23,10 +24,13 @@ private slots:
             Verb::Title, {QStringLiteral("а # б")});
         row("Russian quotation marks", QStringLiteral("сообщение «ККТ не доступна»"), Verb::Message,
             {QStringLiteral("ККТ не доступна")});
-        row("colon", QStringLiteral("касса: нет бумаги"), Verb::Register,
-            {QStringLiteral("4"), QString()});
-        row("once", QStringLiteral("касса нет бумаги один раз"), Verb::Register,
-            {QStringLiteral("4"), QStringLiteral("once")});
+        row("colon", QStringLiteral("касса: нет бумаги"), Verb::State,
+            {QStringLiteral("register"), QStringLiteral("paper-out"), QString()});
+        row("once", QStringLiteral("касса нет бумаги один раз"), Verb::State,
+            {QStringLiteral("register"), QStringLiteral("paper-out"), QStringLiteral("once")});
+        row("longer state of the same beginning", QStringLiteral("карта нет связи после списания"),
+            Verb::State,
+            {QStringLiteral("card"), QStringLiteral("connection-lost-after"), QString()});
         row("capitals", QStringLiteral("Ввести 7001000101 в leAccount"), Verb::Fill,
             {QStringLiteral("7001000101"), QStringLiteral("leAccount")});
         row("sum with a comma", QStringLiteral("оплатить картой 700,00"), Verb::CardAmount,
@@ -46,6 +50,20 @@ private slots:
         QCOMPARE(parser.commands().size(), 1);
         QTEST(int(parser.commands().constFirst().verb), "verb");
         QCOMPARE(parser.commands().constFirst().arguments, arguments);
+    }
+
+    void everyStateHasItsPhrase()
+    {
+        for (const Device device : DeviceStates::devices()) {
+            for (const DeviceState &state : DeviceStates::of(device)) {
+                const QString line = DeviceStates::word(device) + QLatin1Char(' ') + state.phrase;
+                ScenarioParser parser;
+                QVERIFY2(parser.parse(line.toUtf8()), qPrintable(line));
+                QCOMPARE(parser.commands().constFirst().verb, Verb::State);
+                QCOMPARE(parser.commands().constFirst().arguments,
+                         QStringList({DeviceStates::option(device), state.key, QString()}));
+            }
+        }
     }
 
     void badLines_data()

@@ -1,0 +1,56 @@
+#include <molvacore/postestoutcome.h>
+
+namespace {
+
+constexpr int approvalDigits = 0;
+constexpr int declineDigits = 5;
+
+} // namespace
+
+QVector<PosTestOutcome> PosTestOutcome::table()
+{
+    using Outcome = PosTestAmount::Outcome;
+    const auto like = [](const QString &name, int digits) {
+        return PosTestOutcome{name, PosTestAmount::forKopecks(digits), true};
+    };
+    QVector<PosTestOutcome> list{like(QStringLiteral("approve"), approvalDigits)};
+    QVector<PosTestOutcome> troubles;
+    QVector<PosTestOutcome> declines;
+    for (const PosTestAmount &row : PosTestAmount::table()) {
+        switch (row.outcome) {
+        case Outcome::Approve:
+            break;
+        case Outcome::ApproveSlowly:
+            list.append(like(QStringLiteral("slow"), row.digits));
+            break;
+        case Outcome::Decline:
+            declines.append(like(row.digits == declineDigits
+                                     ? QStringLiteral("decline")
+                                     : QStringLiteral("decline-%1").arg(row.digits),
+                                 row.digits));
+            break;
+        case Outcome::LostBeforeCharge:
+            troubles.append(like(QStringLiteral("connection-lost"), row.digits));
+            break;
+        case Outcome::LostAfterCharge:
+            troubles.append(like(QStringLiteral("connection-lost-after"), row.digits));
+            break;
+        case Outcome::Timeout:
+            troubles.append(like(QStringLiteral("timeout"), row.digits));
+            break;
+        }
+    }
+    list += declines;
+    list += troubles;
+    list.append({QStringLiteral("init-failed"), PosTestAmount(), false});
+    return list;
+}
+
+std::optional<PosTestOutcome> PosTestOutcome::named(const QString &name)
+{
+    for (const PosTestOutcome &outcome : table()) {
+        if (outcome.name == name)
+            return outcome;
+    }
+    return std::nullopt;
+}

@@ -1,0 +1,97 @@
+#include "devicebox.h"
+
+#include <devices/devicecontrol.h>
+
+#include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int keyRole = Qt::UserRole;
+
+} // namespace
+
+DeviceBox::DeviceBox(DeviceControl &control, Device device, QWidget *parent)
+    : QGroupBox(DeviceStates::title(device), parent),
+      m_control(control),
+      m_device(device),
+      m_list(new QListWidget(this)),
+      m_effect(new QLabel(this)),
+      m_layout(new QVBoxLayout(this))
+{
+    m_list->setObjectName(QStringLiteral("lw_") + DeviceStates::option(device));
+    m_list->setAccessibleName(DeviceStates::title(device));
+    m_list->setAlternatingRowColors(true);
+    m_list->setTextElideMode(Qt::ElideRight);
+    m_effect->setObjectName(QStringLiteral("lEffect_") + DeviceStates::option(device));
+    m_effect->setWordWrap(true);
+    m_effect->setTextFormat(Qt::PlainText);
+    m_effect->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    // The longest text has room, so the lists do not jump from state to state.
+    m_effect->setMinimumHeight(4 * m_effect->fontMetrics().lineSpacing());
+    m_layout->addWidget(m_list, 1);
+    m_layout->addWidget(m_effect);
+    fill();
+    follow();
+    connect(m_list, &QListWidget::currentRowChanged, this, &DeviceBox::choose);
+    connect(&control, &DeviceControl::changed, this, &DeviceBox::follow);
+}
+
+void DeviceBox::addControl(QWidget *widget)
+{
+    m_layout->addWidget(widget);
+}
+
+void DeviceBox::fill()
+{
+    for (const DeviceState &state : DeviceStates::of(m_device)) {
+        auto *item = new QListWidgetItem(state.title, m_list);
+        item->setData(keyRole, state.key);
+        item->setToolTip(QStringLiteral("--%1 %2\n%3 %4")
+                             .arg(DeviceStates::option(m_device), state.key,
+                                  DeviceStates::word(m_device), state.phrase));
+    }
+    m_list->setEnabled(m_control.controls(m_device));
+    // Wide enough for the longest title while it is the chosen one.
+    QFont bold = m_list->font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
+    int width = 0;
+    for (const DeviceState &state : DeviceStates::of(m_device))
+        width = qMax(width, metrics.horizontalAdvance(state.title));
+    const int scrollBar = m_list->verticalScrollBar()->sizeHint().width();
+    m_list->setMinimumWidth(width + scrollBar + 2 * m_list->frameWidth()
+                            + 2 * metrics.averageCharWidth());
+}
+
+void DeviceBox::choose(int row)
+{
+    const QListWidgetItem *item = m_list->item(row);
+    if (!item || m_control.setState(m_device, item->data(keyRole).toString(), m_once))
+        return;
+    const QString error = m_control.error();
+    follow();
+    QMessageBox::warning(this, title(), error);
+}
+
+void DeviceBox::follow()
+{
+    const QString key = m_control.state(m_device);
+    const DeviceState *state = DeviceStates::find(m_device, key);
+    const QSignalBlocker blocker(m_list);
+    m_list->setCurrentRow(DeviceStates::keys(m_device).indexOf(key));
+    for (int row = 0; row < m_list->count(); ++row) {
+        QFont font = m_list->font();
+        font.setBold(row == m_list->currentRow());
+        m_list->item(row)->setFont(font);
+    }
+    if (!m_control.controls(m_device))
+        m_effect->setText(tr("Биллинг работает за сервером сообщений, его состояния отсюда не "
+                             "меняются."));
+    else
+        m_effect->setText(state ? state->effect : key);
+}

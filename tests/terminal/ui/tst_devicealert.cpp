@@ -1,0 +1,66 @@
+#include <ui/devicealert.h>
+
+#include <app/terminalcontext.h>
+
+#include <molvacore/posactivity.h>
+
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+class TestDeviceAlert : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<TerminalContext> m_context;
+    std::unique_ptr<DeviceAlert> m_alert;
+
+private slots:
+    void init()
+    {
+        QString error;
+        m_context = TerminalContext::open(m_folder.path(), &error);
+        QVERIFY2(m_context, qPrintable(error));
+        m_alert = std::make_unique<DeviceAlert>(m_context->devices());
+    }
+
+    void cleanup()
+    {
+        m_alert.reset();
+        m_context.reset();
+    }
+
+    void takesNoRoomWhileAllIsWell()
+    {
+        QVERIFY(!m_alert->isVisible());
+        QCOMPARE(m_alert->text(), QString());
+    }
+
+    void namesWhatIsWrong()
+    {
+        DeviceControl &control = m_context->devices();
+        QVERIFY(control.setState(Device::Card, QStringLiteral("decline-51")));
+        QVERIFY(m_alert->isVisible());
+        QCOMPARE(m_alert->text(), QStringLiteral("Карточный терминал: Недостаточно средств"));
+        QVERIFY(control.setState(Device::Billing, QStringLiteral("silence")));
+        QCOMPARE(m_alert->text(),
+                 QStringLiteral("Карточный терминал: Недостаточно средств · Биллинг: Не отвечает"));
+        QVERIFY(control.reset());
+        QVERIFY(!m_alert->isVisible());
+    }
+
+    void tellsThatTheTerminalWaits()
+    {
+        PosActivity::setSlowTime(1);
+        QString meanwhile;
+        QTimer::singleShot(0, this, [&] { meanwhile = m_alert->text(); });
+        PosActivity::wait();
+        QCOMPARE(meanwhile, QStringLiteral("Карточный терминал ждёт карту…"));
+        QVERIFY(!m_alert->isVisible());
+    }
+};
+
+QTEST_MAIN(TestDeviceAlert)
+#include "tst_devicealert.moc"

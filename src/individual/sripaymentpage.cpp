@@ -152,15 +152,18 @@ void SrIPaymentPage::payByCard()
     m_ui->pbCard->setEnabled(false);
     QString error = tr("Pos terminal initialization error");
     bool charged = false;
-    if (PosHandler *terminal = createTerminal(settings.type())) {
+    // A terminal may keep the events going while it waits for the card.
+    if (const QPointer<PosHandler> terminal = createTerminal(settings.type())) {
         QString reason;
         QStringList slip;
         if (terminal->init(reason)) {
             charged = terminal->pay(*amount, reason, slip);
             error = reason;
         }
-        delete terminal;
+        delete terminal.data();
     }
+    if (!self)
+        return;
     if (charged) {
         cardCharged(*amount);
         return;
@@ -231,8 +234,12 @@ bool SrIPaymentPage::validatePage()
             return false;
         }
         const std::optional<PayPack> pack = print(context, profile);
-        if (!self)
+        if (!self) {
+            // A printed receipt is a payment, whatever has become of the window it was made in.
+            if (pack && context.paysController && !context.paysController->savePack(*pack, true))
+                qWarning() << Q_FUNC_INFO << pack->id();
             return false;
+        }
         m_unsavedPack = pack;
     }
     owner->setEnabled(true);
@@ -252,58 +259,78 @@ std::optional<PayPack> SrIPaymentPage::print(const SrWizardContext &context,
     const OnlineKkmInfo info =
         profile.getKkmInfo(context.provider->groupId(), context.provider->id());
     const bool byAttorney = m_account->isLegal() && m_ui->cbAttornayDoc->isChecked();
-    const Check check =
-        m_account->createCheck(context.provider, info, cardAmount(), cashAmount(), byAttorney);
+    // The host may destroy the wizard while the register prints; what the pack is made of must not
+    // go with it.
+    const QPointer<SrIPaymentPage> self(this);
+    const QSharedPointer<SRAccount> account = m_account;
+    const basix::FixNumber card = cardAmount();
+    const basix::FixNumber cash = cashAmount();
+    const Check check = account->createCheck(context.provider, info, card, cash, byAttorney);
     const QVariantMap document = check.toDocument(false, MoneyType::Cash, true);
     // A register that printed and whose answer was lost knows the receipt again by its number; so
     // another attempt at the same receipt keeps the number of the first.
     if (m_attempted.document != document)
         m_attempted = {document,
                        QString::number(QDateTime::currentSecsSinceEpoch())
-                           + m_account->accountNumber()};
+                           + account->accountNumber()};
+    const QString number = m_attempted.number;
 
     QString error = SrFiscalReadiness::noRegisterText();
-    m_printed.clear();
+    QVariantMap result;
     const bool printed = context.fiscalRegister
-        && context.fiscalRegister->doReceipt(document, m_attempted.number, m_printed, error);
-    wizard()->setEnabled(true);
+        && context.fiscalRegister->doReceipt(document, number, result, error);
+    if (self) {
+        m_printed = result;
+        wizard()->setEnabled(true);
+    }
     if (!printed) {
         qWarning() << Q_FUNC_INFO << logvariant(document);
-        const QPointer<SrIPaymentPage> self(this);
-        showMsg(MsgError, error);
+        if (self)
+            showMsg(MsgError, error);
         if (self)
             showMsg(MsgError, tr("Ошибка сохранения платежа"));
         return std::nullopt;
     }
 
     // A printed receipt cannot be taken back, so neither can what it says.
-    lockWizard();
-    m_ui->groupBox_2->setEnabled(false);
-    const QVariantList fiscalProperties = m_printed.value(QStringLiteral("fiscprops")).toList();
-    PayPack pack = m_account->createPack(*context.provider, fiscalProperties, *context.currency,
-                                         cardAmount(), cashAmount());
+    if (self) {
+        lockWizard();
+        m_ui->groupBox_2->setEnabled(false);
+    }
+    const QVariantList fiscalProperties = result.value(QStringLiteral("fiscprops")).toList();
+    PayPack pack =
+        account->createPack(*context.provider, fiscalProperties, *context.currency, card, cash);
     pack.setFiscProps(fiscalProperties);
-    pack.setFiscData(m_printed.value(QStringLiteral("data")).toMap());
-    pack.setFiscDocument(m_printed.value(QStringLiteral("document")).toMap());
+    pack.setFiscData(result.value(QStringLiteral("data")).toMap());
+    pack.setFiscDocument(result.value(QStringLiteral("document")).toMap());
     qWarning() << Q_FUNC_INFO << logvariant(PayPack::packToFullMap(pack));
     return pack;
 }
 
 bool SrIPaymentPage::saveAndPost(const SrWizardContext &context)
 {
-    if (!context.paysController || !context.paysController->savePack(*m_unsavedPack, true)) {
+    // The host may destroy the wizard while it saves, and the page's own pack with it.
+    const QPointer<SrIPaymentPage> self(this);
+    const PayPack pack = *m_unsavedPack;
+    const bool saved = context.paysController && context.paysController->savePack(pack, true);
+    if (!self)
+        return false;
+    if (!saved) {
         showMsg(MsgError, tr("Ошибка сохранения платежа"));
         return false;
     }
-    const qint64 packId = m_unsavedPack->id();
     m_unsavedPack.reset();
 
     if (context.paysController->handOnAtOnce()) {
         QString error;
-        if (context.paysController->handOn(packId, m_printed, error))
-            emit sendMessage(payPackDestination, m_printed);
+        QVariantMap message = m_printed;
+        const bool handedOn = context.paysController->handOn(pack.id(), message, error);
+        if (!self)
+            return false;
+        if (handedOn)
+            emit sendMessage(payPackDestination, message);
         else
-            qWarning() << Q_FUNC_INFO << packId << error;
+            qWarning() << Q_FUNC_INFO << pack.id() << error;
     }
     showMsg(MsgInformation, tr("Платеж отправлен на проведение"));
     return true;

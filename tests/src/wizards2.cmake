@@ -43,3 +43,8 @@ selmar_page_test(tst_srlservicespage legal/tst_srlservicespage.cpp dialog)
 selmar_page_test(tst_wizardflow_individual individual/tst_wizardflow_individual.cpp e2e)
 selmar_page_test(tst_wizardflow_legal legal/tst_wizardflow_legal.cpp e2e)
 selmar_page_test(tst_hostiletexts tst_hostiletexts.cpp e2e)
+selmar_page_test(tst_wizardlifetime tst_wizardlifetime.cpp e2e)
+selmar_page_test(tst_longuse tst_longuse.cpp e2e)
+target_link_libraries(tst_longuse PRIVATE test_support_use)
+# Scores of whole payments each: long on a busy machine, and several times as long under sanitizers.
+set_tests_properties(tst_hostiletexts tst_wizardlifetime tst_longuse PROPERTIES TIMEOUT 1200)

@@ -48,6 +48,8 @@ public:
     ModalAnswers &run(const std::function<void(QDialog *)> &step);
 
     QVector<Seen> seen() const { return m_seen; }
+    /// Forgets what was seen.
+    void forget() { m_seen.clear(); }
     /// Planned steps that no dialog asked for yet.
     int pending() const { return m_steps.size(); }
     /// Dialogs nobody planned for and dialogs that did not close.

@@ -31,6 +31,12 @@ public:
     }
     QString lastUid() const { return lastBody().value(QStringLiteral("uid")).toString(); }
     void clear() { m_sent.clear(); }
+    /// Connections to the host's signals.
+    int listeners() const
+    {
+        return receivers(SIGNAL(incomingMessage(QVariantMap, QString)))
+            + receivers(SIGNAL(paymentStatus(QVariant)));
+    }
 
 signals:
     void incomingMessage(QVariantMap headers, QString message);

@@ -49,6 +49,9 @@ public:
     /// stands there.
     PaymentFlow &enterInDialog(const QString &text = QString());
 
+    /// Forgets the steps that a flow which ended early did not come to.
+    void dropSteps() { m_steps.clear(); }
+
     /// Runs the payment to its end. What execute() returned; false too when a step could not be
     /// done (see problems()).
     bool execute(const Provider &provider);

@@ -78,6 +78,9 @@ void addChecks(Phrases &list)
     add(list, "проверить чеков {число}", Verb::CheckCount, {QStringLiteral("receipts")});
     add(list, "проверить сохранено {число}", Verb::CheckCount, {QStringLiteral("saved")});
     add(list, "проверить проведено {число}", Verb::CheckCount, {QStringLiteral("posted")});
+    add(list, "проверить ответов повторных {число}", Verb::CheckCount,
+        {QStringLiteral("repeated")});
+    add(list, "проверить ответов ничьих {число}", Verb::CheckCount, {QStringLiteral("foreign")});
     add(list, "проверить картой {сумма}", Verb::CheckSum, {QStringLiteral("card")});
     add(list, "проверить наличными {сумма}", Verb::CheckSum, {QStringLiteral("cash")});
     add(list, "проверить списано {сумма}", Verb::CheckSum, {QStringLiteral("charged")});

@@ -31,34 +31,12 @@ using Verb = ScenarioCommand::Verb;
 constexpr int checkDeadline = 5000; // ms until a check that does not hold yet has failed
 constexpr int currentReadingColumn = 2;
 
-QWizard *frontWizard()
-{
-    return qobject_cast<QWizard *>(CashierHands::front());
-}
-
-bool buttonEnabled(QWizard::WizardButton which)
-{
-    const QWizard *wizard = frontWizard();
-    return wizard && wizard->button(which)->isEnabled();
-}
-
 bool accountShown()
 {
     const auto *summary =
         qobject_cast<QTextBrowser *>(CashierHands::find(QStringLiteral("tbSummary")));
     return summary && !CashierHands::find(QStringLiteral("progressBar"))
         && !summary->toPlainText().isEmpty();
-}
-
-QString textOf(QWidget *widget)
-{
-    if (const auto *browser = qobject_cast<QTextBrowser *>(widget))
-        return browser->toPlainText();
-    if (const auto *edit = qobject_cast<QLineEdit *>(widget))
-        return edit->text();
-    if (const auto *box = qobject_cast<QAbstractSpinBox *>(widget))
-        return box->text();
-    return widget ? widget->property("text").toString() : QString();
 }
 
 qint64 valueOf(const QString &name)
@@ -74,7 +52,8 @@ ScenarioRun::ScenarioRun(TerminalContext &context, MainWindow &window, const Opt
       m_window(window),
       m_options(options),
       m_runner(options.pause),
-      m_conditions(context)
+      m_conditions(context),
+      m_checks(context)
 {
     connect(&m_runner, &StepRunner::stepStarted, this, &ScenarioRun::say);
     connect(&context.bus(), &MessageBus::incomingMessage, this, [this] { ++m_incoming; });
@@ -86,7 +65,7 @@ bool ScenarioRun::run(const ScenarioCommands &commands)
         m_failures.append(tr("Папку «%1» создать не удалось.").arg(m_options.outFolder));
         return false;
     }
-    m_before = DemoCount::now(m_context);
+    m_checks.begin();
     for (const ScenarioCommand &command : commands)
         plan(command);
 
@@ -98,7 +77,8 @@ bool ScenarioRun::run(const ScenarioCommands &commands)
     if (m_runner.failed())
         m_failures.prepend(m_runner.failure());
     else
-        compareSums();
+        m_failures =
+            m_checks.disagreements(m_accepted ? m_screen : 0, m_expectedSums, m_chargesChecked);
     return m_failures.isEmpty();
 }
 
@@ -156,12 +136,12 @@ void ScenarioRun::plan(const ScenarioCommand &command)
         return;
     case Verb::WizardButton:
         step(
-            command, [button] { return buttonEnabled(button); },
+            command, [button] { return ScenarioChecks::buttonEnabled(button); },
             [this, button] { return clickWizard(button); });
         return;
     case Verb::CloseWindow:
         step(
-            command, [] { return frontWizard() != nullptr; },
+            command, [] { return ScenarioChecks::frontWizard() != nullptr; },
             [] { return CashierHands::front()->close(); });
         return;
     case Verb::Reading:
@@ -220,7 +200,7 @@ void ScenarioRun::plan(const ScenarioCommand &command)
 
 void ScenarioRun::planCheck(const ScenarioCommand &command)
 {
-    const Check check = checkOf(command);
+    const ScenarioChecks::Check check = m_checks.checkOf(command);
     const auto since = std::make_shared<QElapsedTimer>();
     StepRunner::Step planned;
     planned.title = QStringLiteral("%1. %2").arg(QString::number(command.line), command.text);
@@ -230,7 +210,7 @@ void ScenarioRun::planCheck(const ScenarioCommand &command)
         return check().holds || since->elapsed() > checkDeadline;
     };
     planned.act = [this, check, command] {
-        const Found found = check();
+        const ScenarioChecks::Found found = check();
         if (!found.holds)
             m_runner.fail(tr("Строка %1 «%2» не выполнена: %3")
                               .arg(QString::number(command.line), command.text, found.text));
@@ -331,106 +311,6 @@ bool ScenarioRun::no(const QString &error)
 {
     m_error = error;
     return false;
-}
-
-ScenarioRun::Check ScenarioRun::checkOf(const ScenarioCommand &command)
-{
-    const QString first = command.arguments.value(0);
-    const QString second = command.arguments.value(1);
-    if (command.verb == Verb::CheckCount)
-        return [this, first, second] { return count(first, second.toInt()); };
-    if (command.verb == Verb::CheckSum)
-        return [this, first, second] { return sum(first, Roubles::kopecks(second)); };
-    if (command.verb == Verb::CheckWizard) {
-        return [first] {
-            const bool open = frontWizard() != nullptr;
-            return Found{open == (first == QLatin1String("1")),
-                         open ? tr("мастер открыт") : tr("мастер закрыт")};
-        };
-    }
-    if (command.verb == Verb::CheckButton) {
-        return [first, second] {
-            const bool enabled = buttonEnabled(QWizard::WizardButton(first.toInt()));
-            return Found{frontWizard() && enabled == (second == QLatin1String("1")),
-                         enabled ? tr("кнопка доступна") : tr("кнопка недоступна")};
-        };
-    }
-    if (command.verb == Verb::CheckText) {
-        return [first, second] {
-            const QString text = textOf(CashierHands::find(first));
-            return Found{text.contains(second), tr("там «%1»").arg(text)};
-        };
-    }
-    return [first, second] {
-        const QWidget *widget = CashierHands::find(second);
-        if (first == QLatin1String("hidden"))
-            return Found{!widget, tr("видно")};
-        if (!widget)
-            return Found{false, tr("на экране нет «%1»").arg(second)};
-        const bool wanted = first != QLatin1String("disabled");
-        return Found{first == QLatin1String("shown") || widget->isEnabled() == wanted,
-                     widget->isEnabled() ? tr("доступно") : tr("недоступно")};
-    };
-}
-
-ScenarioRun::Found ScenarioRun::count(const QString &what, int expected)
-{
-    const DemoCount added = DemoCount::now(m_context).since(m_before);
-    const int found = what == QLatin1String("receipts") ? added.receipts
-        : what == QLatin1String("saved")                ? added.saved
-                                                        : added.posted;
-    return {found == expected, tr("найдено %1").arg(found)};
-}
-
-ScenarioRun::Found ScenarioRun::sum(const QString &what, qint64 expected)
-{
-    const qint64 found = what == QLatin1String("charged")
-        ? DemoCount::now(m_context).since(m_before).charged
-        : packSum(what == QLatin1String("cash"), what == QLatin1String("card"));
-    return {found == expected, tr("найдено %1").arg(Roubles::text(found))};
-}
-
-qint64 ScenarioRun::packSum(bool cash, bool card)
-{
-    const int added = DemoCount::now(m_context).since(m_before).saved;
-    qint64 sum = 0;
-    for (const PaymentRecord &pack : m_context.payments().records(PaymentFilter(), 0, added))
-        sum += cash ? pack.cash.value() : card ? pack.card.value() : pack.sum.value();
-    return sum;
-}
-
-qint64 ScenarioRun::billingSum()
-{
-    const int added = DemoCount::now(m_context).since(m_before).saved;
-    qint64 sum = 0;
-    for (const PaymentRecord &pack : m_context.payments().records(PaymentFilter(), 0, added)) {
-        const auto payments = m_context.billing().takenPayments(QString::number(pack.packId));
-        for (const TakenPayment &payment : payments)
-            sum += payment.sum;
-    }
-    return sum;
-}
-
-void ScenarioRun::compareSums()
-{
-    const DemoCount added = DemoCount::now(m_context).since(m_before);
-    const qint64 screen = m_accepted ? m_screen : 0;
-    const auto expected = [&](int which) {
-        return m_expectedSums.isEmpty() ? screen : Roubles::kopecks(m_expectedSums.at(which));
-    };
-    compare(tr("на экране"), expected(0), screen);
-    compare(tr("в журнале кассы"), expected(1), added.receiptTotal);
-    compare(tr("в хранилище"), expected(2), packSum(false, false));
-    compare(tr("у биллинга"), expected(3), billingSum());
-    if (!m_chargesChecked)
-        compare(tr("списано с карты, против пачек"), packSum(false, true), added.charged);
-}
-
-void ScenarioRun::compare(const QString &what, qint64 expected, qint64 found)
-{
-    if (expected != found)
-        m_failures.append(tr("Суммы не сошлись, %1: ожидалось %2, найдено %3")
-                              .arg(what, Roubles::text(expected), Roubles::text(found)));
 }
 
 bool ScenarioRun::savePicture()

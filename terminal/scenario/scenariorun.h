@@ -1,7 +1,7 @@
 #pragma once
 
 #include <scenario/cashierhands.h>
-#include <scenario/democount.h>
+#include <scenario/scenariochecks.h>
 #include <scenario/scenariocommand.h>
 #include <scenario/scenarioconditions.h>
 #include <scenario/steprunner.h>
@@ -40,13 +40,6 @@ public:
     QStringList failures() const { return m_failures; }
 
 private:
-    struct Found
-    {
-        bool holds = false;
-        QString text; ///< what was there instead
-    };
-    using Check = std::function<Found()>;
-
     void plan(const ScenarioCommand &command);
     void planCheck(const ScenarioCommand &command);
     void step(const ScenarioCommand &command, const std::function<bool()> &ready,
@@ -59,13 +52,6 @@ private:
     bool clickWizard(QWizard::WizardButton button);
     bool no(const QString &error);
 
-    Check checkOf(const ScenarioCommand &command);
-    Found count(const QString &what, int expected);
-    Found sum(const QString &what, qint64 expected);
-    qint64 packSum(bool cash, bool card);
-    qint64 billingSum();
-    void compareSums();
-    void compare(const QString &what, qint64 expected, qint64 found);
     bool savePicture();
     void say(const QString &text);
 
@@ -75,7 +61,7 @@ private:
     StepRunner m_runner;
     CashierHands m_hands;
     ScenarioConditions m_conditions;
-    DemoCount m_before;
+    ScenarioChecks m_checks;
     QStringList m_failures;
     QStringList m_expectedSums;
     QString m_error;

@@ -19,6 +19,7 @@ private slots:
     void declinesSayTheirText();
     void firstStateIsSound();
     void unknownKeyIsNotFound();
+    void documentNamesEveryState();
 };
 
 void tst_DeviceStates::namesAreUniqueAndComplete_data()
@@ -98,6 +99,21 @@ void tst_DeviceStates::unknownKeyIsNotFound()
 {
     QVERIFY(!DeviceStates::find(Device::Register, QStringLiteral("decline")));
     QVERIFY(!DeviceStates::find(Device::Card, QString()));
+}
+
+void tst_DeviceStates::documentNamesEveryState()
+{
+    QFile file(QStringLiteral(SELMAR_DOCS "/scenarios.md"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(file.readAll());
+    for (const Device device : DeviceStates::devices()) {
+        for (const DeviceState &state : DeviceStates::of(device)) {
+            const QString row = QStringLiteral("| `%1 %2` | `--%3 %4` |")
+                                    .arg(DeviceStates::word(device), state.phrase,
+                                         DeviceStates::option(device), state.key);
+            QVERIFY2(text.contains(row), qPrintable(row));
+        }
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_DeviceStates)

@@ -75,7 +75,9 @@ private slots:
         auto *field = new QLineEdit(&dialog);
         layout->addWidget(field);
         QString state;
+        Qt::WindowModality modality = Qt::NonModal;
         QTimer::singleShot(0, &dialog, [&] {
+            modality = dialog.windowModality();
             QTest::keyClick(field, Qt::Key_F7);
             QWidget *devices = shown("devicesWindow");
             if (devices && QTest::qWaitForWindowExposed(devices))
@@ -85,6 +87,8 @@ private slots:
         });
         dialog.exec();
         QCOMPARE(state, QStringLiteral("paper-out"));
+        // Window managers keep the focus off every other window for a dialog of the application.
+        QCOMPARE(modality, Qt::WindowModal);
     }
 
     void theyWorkWhileAMessageOverADialogIsOpen()
@@ -104,6 +108,23 @@ private slots:
         });
         dialog.exec();
         QCOMPARE(m_context->devices().state(Device::Billing), QStringLiteral("silence"));
+    }
+
+    void theirDialogsHoldUpNoOtherWindow()
+    {
+        for (const Qt::Key key : {Qt::Key_F7, Qt::Key_F8}) {
+            QTest::keyClick(m_window.get(), key);
+            QWidget *side = shown(key == Qt::Key_F7 ? "devicesWindow" : "busWindow");
+            QVERIFY(side);
+            QMessageBox message(side);
+            Qt::WindowModality modality = Qt::NonModal;
+            QTimer::singleShot(0, &message, [&] {
+                modality = message.windowModality();
+                message.accept();
+            });
+            message.exec();
+            QCOMPARE(modality, Qt::WindowModal);
+        }
     }
 
     void theyCloseWithTheMainWindow()

@@ -19,6 +19,8 @@
 #include <basixcore/sqlitetransaction.h>
 #include <molvacore/paypack.h>
 
+#include <QDir>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcessEnvironment>
@@ -113,6 +115,7 @@ private slots:
     void cleanup();
     void optionsAreChecked_data();
     void optionsAreChecked();
+    void itsFilesAreItsOwnersAlone();
     void answersRequests();
     void takesPacksAndSaysSo();
     void unreadablePacksGoToTheDeadLetters();
@@ -216,6 +219,21 @@ void tst_BillingWorker::optionsAreChecked()
     QTEST(process.exitCode(), "code");
     QVERIFY2(output.contains(part), qPrintable(output));
     QVERIFY2(!output.contains(QLatin1String("geheim")), qPrintable(output));
+}
+
+void tst_BillingWorker::itsFilesAreItsOwnersAlone()
+{
+    const QString file = m_folder->filePath(QStringLiteral("fresh/billing.sqlite"));
+    WorkerProcess program(worker(), file);
+    QVERIFY2(program.waitUntilReady(), qPrintable(program.output()));
+    const QDir folder(m_folder->filePath(QStringLiteral("fresh")));
+    constexpr auto others = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ExeGroup
+        | QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther;
+    const QFileInfoList files = folder.entryInfoList(QDir::Files);
+    QVERIFY(files.size() >= 3);
+    for (const QFileInfo &each : files)
+        QVERIFY2(!(each.permissions() & others), qPrintable(each.fileName()));
+    QVERIFY(!(QFileInfo(folder.path()).permissions() & others));
 }
 
 void tst_BillingWorker::answersRequests()

@@ -19,6 +19,7 @@ struct ScenarioCommand
         Fill,         ///< [text, field]
         Scan,         ///< [text, field]
         Press,        ///< [widget]
+        PressKey,     ///< [name of a key, as Qt writes it]
         AwaitAccount,
         AwaitMessage, ///< any message of the bus
         RepeatAnswer, ///< delivers the bus's newest message once more

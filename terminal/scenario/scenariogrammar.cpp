@@ -49,6 +49,7 @@ void addActions(Phrases &list)
     add(list, "ввести {текст} в {имя}", Verb::Fill);
     add(list, "сканировать {текст} в {имя}", Verb::Scan);
     add(list, "нажать {имя}", Verb::Press);
+    add(list, "клавиша {имя}", Verb::PressKey);
     add(list, "ждать ответ", Verb::AwaitAccount);
     add(list, "ждать сообщение биллинга", Verb::AwaitMessage);
     add(list, "повторить ответ", Verb::RepeatAnswer);

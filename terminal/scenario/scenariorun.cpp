@@ -16,6 +16,7 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QInputDialog>
+#include <QKeySequence>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTextBrowser>
@@ -119,6 +120,11 @@ void ScenarioRun::plan(const ScenarioCommand &command)
         return;
     case Verb::Press:
         step(command, widgetReady(first), [this, first] { return m_hands.click(first); });
+        return;
+    case Verb::PressKey:
+        step(
+            command, [] { return CashierHands::front() != nullptr; },
+            [this, first] { return pressKey(first); });
         return;
     case Verb::AwaitAccount:
         step(command, accountShown, [this] {
@@ -279,6 +285,15 @@ bool ScenarioRun::fill(const QString &text, const QString &name)
     return m_hands.fill(name, number ? Roubles::typed(text) : text);
 }
 
+bool ScenarioRun::pressKey(const QString &name)
+{
+    const QKeySequence sequence = QKeySequence::fromString(name, QKeySequence::PortableText);
+    const int key = sequence.isEmpty() ? int(Qt::Key_unknown) : sequence[0];
+    if (key == Qt::Key_unknown)
+        return no(tr("клавиши «%1» нет").arg(name));
+    return m_hands.press(Qt::Key(key));
+}
+
 bool ScenarioRun::enterReading(int meter, const QString &value)
 {
     auto *view =
@@ -319,8 +334,18 @@ bool ScenarioRun::savePicture()
         return true;
     QWidget *front =
         QApplication::activeModalWidget() ? QApplication::activeModalWidget() : &m_window;
-    const QString file = QStringLiteral("%1.png").arg(++m_pictures, 2, 10, QLatin1Char('0'));
-    return front->grab().save(QDir(m_options.outFolder).filePath(file));
+    const QDir folder(m_options.outFolder);
+    const QString number = QStringLiteral("%1").arg(++m_pictures, 2, 10, QLatin1Char('0'));
+    bool saved = front->grab().save(folder.filePath(number + QStringLiteral(".png")));
+    // The windows beside the payment tell their part of it.
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window == front || window == &m_window || !window->isVisible() || window->parentWidget()
+            || window->windowType() != Qt::Window)
+            continue;
+        const QString name = QStringLiteral("%1-%2.png").arg(number, window->objectName());
+        saved = window->grab().save(folder.filePath(name)) && saved;
+    }
+    return saved;
 }
 
 void ScenarioRun::say(const QString &text)

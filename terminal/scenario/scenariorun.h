@@ -47,6 +47,7 @@ private:
     void answerMessage(const ScenarioCommand &command);
     void startPayment(qint64 providerId);
     bool fill(const QString &text, const QString &name);
+    bool pressKey(const QString &name);
     bool enterReading(int meter, const QString &value);
     bool tick(const QString &document);
     bool clickWizard(QWizard::WizardButton button);

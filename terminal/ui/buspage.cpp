@@ -176,7 +176,10 @@ void BusPage::connectAll()
             m_follow->setChecked(false);
     });
     const auto later = [this] { m_showDelay.start(); };
-    connect(&m_journal, &BusJournal::appended, this, later);
+    connect(&m_journal, &BusJournal::appended, this, [this, later] {
+        showCount();
+        later();
+    });
     connect(&m_journal, &BusJournal::dropped, this, later);
     connect(&m_journal, &BusJournal::changed, this, [this, later](qint64 number) {
         if (number == m_shown)
@@ -259,11 +262,9 @@ void BusPage::showChosen()
 
 void BusPage::showCount()
 {
-    const auto newest = [](int count, const auto &list) {
-        return count > 0 ? list(count - 1).number : 0;
-    };
-    const qint64 waiting = newest(m_journal.size(), [this](int i) { return m_journal.at(i); })
-        - newest(m_model->rowCount(), [this](int i) { return m_model->entry(i); });
+    const qint64 newest = m_journal.size() > 0 ? m_journal.at(m_journal.size() - 1).number : 0;
+    const int rows = m_model->rowCount();
+    const qint64 waiting = newest - (rows > 0 ? m_model->entry(rows - 1).number : 0);
     QString text =
         tr("Показано %1 из %2")
             .arg(QString::number(m_filter->rowCount()), QString::number(m_model->rowCount()));

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Many cash boxes without windows, one message broker, several billing workers: payments per second and how long each step
-# takes, and what the broker does by itself with messages of the same size.
+# takes, processor time per payment (ms), and what the broker does by itself with messages of the same size.
 #
 #     scripts/load.sh [--boxes 1,10,50,200] [--workers 1,2,4] [--seconds 10]
 set -euo pipefail
@@ -23,4 +23,5 @@ trap finish EXIT
 bus() {
     echo "amqps://$1@localhost:$((SELMAR_BROKER_PORT + 1))/selmar?cacert=$folder/ca.pem&passwordfile=$folder/$1.password"
 }
-QT_QPA_PLATFORM=offscreen "$root/build/load/bin/selmar-load" --bus "$(bus box1)" --worker-bus "$(bus worker)" "$@"
+QT_QPA_PLATFORM=offscreen "$root/build/load/bin/selmar-load" --bus "$(bus box1)" --worker-bus "$(bus worker)" \
+    --broker-pid "$(cat "$folder/pid")" "$@"

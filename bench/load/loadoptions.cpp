@@ -59,6 +59,11 @@ LoadOptions LoadOptions::parse(const QStringList &arguments)
                                      QStringLiteral("файл"),
                                      QDir(QCoreApplication::applicationDirPath())
                                          .filePath(QStringLiteral("selmar-billing-worker")));
+    const QCommandLineOption brokerPid(
+        QStringLiteral("broker-pid"),
+        QStringLiteral(
+            "Номер процесса сервера сообщений на этой машине: для его времени и памяти."),
+        QStringLiteral("число"), QStringLiteral("0"));
     const QCommandLineOption noRaw(QStringLiteral("no-raw"),
                                    QStringLiteral("Не мерить сервер сообщений сам по себе."));
     QCommandLineParser parser;
@@ -66,7 +71,7 @@ LoadOptions LoadOptions::parse(const QStringList &arguments)
         QStringLiteral("Нагрузка: много касс без окон, один сервер сообщений, несколько "
                        "обработчиков биллинга."));
     const QCommandLineOption help = parser.addHelpOption();
-    parser.addOptions({boxBus, workerBus, boxes, workers, seconds, program, noRaw});
+    parser.addOptions({boxBus, workerBus, boxes, workers, seconds, program, brokerPid, noRaw});
     if (!parser.parse(arguments))
         refuse(parser.errorText());
     if (parser.isSet(help))
@@ -82,6 +87,7 @@ LoadOptions LoadOptions::parse(const QStringList &arguments)
     options.seconds =
         numbersOf(parser.value(seconds), QStringLiteral("--seconds"), MOST_SECONDS).constFirst();
     options.workerProgram = parser.value(program);
+    options.brokerPid = parser.value(brokerPid).toLongLong();
     options.raw = !parser.isSet(noRaw);
     return options;
 }

@@ -13,7 +13,8 @@ struct LoadOptions
     QVector<int> workers; ///< and so many workers, each with each
     int seconds = 0;      ///< measured in every run
     QString workerProgram;
-    bool raw = true; ///< also measure the broker alone
+    qint64 brokerPid = 0; ///< 0: its processor time and memory are not shown
+    bool raw = true;      ///< also measure the broker alone
 
     /// Ends the program for --help, and with a message for what it does not understand.
     static LoadOptions parse(const QStringList &arguments);

@@ -1,9 +1,12 @@
 #include "loadrun.h"
 
+#include "processuse.h"
+
 #include <billing/billingdatabase.h>
 #include <billing/sampleaccounts.h>
 #include <bus/amqp/amqpbus.h>
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTimer>
@@ -92,17 +95,28 @@ bool LoadRun::connectBoxes(QString *error)
     return false;
 }
 
-void LoadRun::measure(LoadFigures *figures, double *seconds)
+void LoadRun::addUse(Result *result, int sign) const
+{
+    result->boxesMs += sign * ProcessUse::processorMs(QCoreApplication::applicationPid());
+    for (const auto &worker : m_workers)
+        result->workersMs += sign * ProcessUse::processorMs(worker->processId());
+    result->brokerMs += sign * ProcessUse::processorMs(m_settings.brokerPid);
+}
+
+void LoadRun::measure(Result *result)
 {
     for (const auto &box : m_boxes)
         box->start();
     pass(WARM_UP_MS);
     m_figures.clear();
+    addUse(result, -1);
     QElapsedTimer clock;
     clock.start();
     pass(m_settings.seconds * 1000);
-    *figures = m_figures;
-    *seconds = double(clock.nsecsElapsed()) / 1e9;
+    result->figures = m_figures;
+    result->seconds = double(clock.nsecsElapsed()) / 1e9;
+    addUse(result, 1);
+    result->brokerMiB = ProcessUse::residentMiB(m_settings.brokerPid);
     for (const auto &box : m_boxes)
         box->stop();
     waitFor(
@@ -113,11 +127,11 @@ void LoadRun::measure(LoadFigures *figures, double *seconds)
         PATIENCE_MS);
 }
 
-bool LoadRun::run(LoadFigures *figures, double *seconds, QString *error)
+bool LoadRun::run(Result *result, QString *error)
 {
     const bool ready = startWorkers(error) && connectBoxes(error);
     if (ready)
-        measure(figures, seconds);
+        measure(result);
     m_boxes.clear();
     for (const auto &worker : m_workers)
         worker->terminate();

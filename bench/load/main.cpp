@@ -19,22 +19,26 @@ void printHead()
 {
     std::printf(
         "| boxes | workers | payments/s | request p50 | p95 | p99 | max | pack confirmed p50 | "
-        "p99 | pack taken p50 | p95 | p99 | max | failures |\n"
-        "|---|---|---|---|---|---|---|---|---|---|---|---|---|---|\n");
+        "p99 | pack taken p50 | p95 | p99 | max | failures | CPU boxes | workers | broker | "
+        "broker MiB |\n"
+        "|---|---|---|---|---|---|---|---|---|---|---|---|---|---|---|---|---|---|\n");
 }
 
-void printRow(const LoadRun::Settings &settings, const LoadFigures &figures, double seconds)
+void printRow(const LoadRun::Settings &settings, const LoadRun::Result &result)
 {
     const auto ms = [](const Latencies &latencies, double percent) {
         return milliseconds(latencies.percentile(percent));
     };
+    const LoadFigures &figures = result.figures;
+    const double payments = qMax(1, figures.payments);
     std::printf("| %d | %d | %.0f | %.1f | %.1f | %.1f | %.1f | %.1f | %.1f | %.1f | %.1f | %.1f | "
-                "%.1f | %d |\n",
-                settings.boxes, settings.workers, figures.payments / seconds,
+                "%.1f | %d | %.2f | %.2f | %.2f | %.0f |\n",
+                settings.boxes, settings.workers, figures.payments / result.seconds,
                 ms(figures.request, 50), ms(figures.request, 95), ms(figures.request, 99),
                 ms(figures.request, 100), ms(figures.confirm, 50), ms(figures.confirm, 99),
                 ms(figures.taken, 50), ms(figures.taken, 95), ms(figures.taken, 99),
-                ms(figures.taken, 100), figures.failures);
+                ms(figures.taken, 100), figures.failures, result.boxesMs / payments,
+                result.workersMs / payments, result.brokerMs / payments, result.brokerMiB);
     if (figures.failures > 0)
         std::fprintf(stderr, "the last failure: %s\n", qUtf8Printable(figures.lastFailure));
     std::fflush(stdout);
@@ -98,14 +102,15 @@ int main(int argc, char *argv[])
             settings.seconds = options.seconds;
             settings.workerProgram = options.workerProgram;
             settings.workerBus = options.workerBus;
-            LoadFigures figures;
-            double seconds = 0;
-            if (!LoadRun(*boxBus, host->host(), settings).run(&figures, &seconds, &error)) {
+            settings.brokerPid = options.brokerPid;
+            LoadRun::Result result;
+            if (!LoadRun(*boxBus, host->host(), settings).run(&result, &error)) {
                 std::fprintf(stderr, "%s\n", qUtf8Printable(error));
                 return 1;
             }
-            printRow(settings, figures, seconds);
-            sizes = {figures.requestBytes, figures.answerBytes, figures.packBytes};
+            printRow(settings, result);
+            sizes = {result.figures.requestBytes, result.figures.answerBytes,
+                     result.figures.packBytes};
         }
     }
     return !options.raw || printRaw(*workerBus, sizes) ? 0 : 1;

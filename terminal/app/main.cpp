@@ -103,8 +103,11 @@ int run(QApplication &application, const QStringList &ownArguments)
     ScenarioParser parser;
     const bool scenario = !commandLine.scenarioFile.isEmpty();
     if (scenario && !parser.parseFile(commandLine.scenarioFile)) {
-        std::fprintf(stderr, "%s:%d:%d: %s\n", qUtf8Printable(commandLine.scenarioFile),
-                     parser.line(), parser.column(), qUtf8Printable(parser.error()));
+        const QString place = parser.line() > 0 ? QStringLiteral(":%1:%2").arg(
+                                  QString::number(parser.line()), QString::number(parser.column()))
+                                                : QString();
+        std::fprintf(stderr, "%s%s: %s\n", qUtf8Printable(commandLine.scenarioFile),
+                     qUtf8Printable(place), qUtf8Printable(parser.error()));
         return WrongScenario;
     }
     const bool demo = scenario || commandLine.demo != CommandLine::Demo::None;

@@ -8,34 +8,35 @@
 #include <QVariantMap>
 
 #include <algorithm>
-#include <optional>
 
 using Relation = BusJournalEntry::Relation;
 
 namespace {
 
-const QString keyUid = QStringLiteral("uid");
-
-QString packId(const QVariant &id)
+/// The id of one message out of what it carries: an account request has a uid, a pack its own id.
+QString idOf(const QVariant &uid, const QVariant &pack)
 {
-    const QString text = id.toString();
-    return text.isEmpty() ? QString() : QStringLiteral("pack ") + text;
+    const QString text = uid.toString();
+    if (!text.isEmpty())
+        return text;
+    const QString id = pack.toString();
+    return id.isEmpty() ? QString() : QStringLiteral("pack ") + id;
 }
 
-/// The id that an answer to the sent message will carry; empty when there is none.
-QString idOfSent(const QVariantMap &body)
+const QString keyUid = QStringLiteral("uid");
+const QString keyId = QStringLiteral("id");
+const QString keyPackId = QStringLiteral("packId");
+
+QString idOfSent(const QJsonObject &body)
 {
-    const QString uid = body.value(keyUid).toString();
-    return uid.isEmpty() ? packId(body.value(QStringLiteral("id"))) : uid;
+    return idOf(body.value(keyUid).toVariant(), body.value(keyId).toVariant());
 }
 
 QString idOfArrived(const BusMessage &message, const QJsonObject &body)
 {
     const QString inHeaders = message.headers.value(keyUid).toString();
-    if (!inHeaders.isEmpty())
-        return inHeaders;
-    const QString uid = body.value(keyUid).toVariant().toString();
-    return uid.isEmpty() ? packId(body.value(QStringLiteral("packId")).toVariant()) : uid;
+    return idOf(inHeaders.isEmpty() ? body.value(keyUid).toVariant() : inHeaders,
+                body.value(keyPackId).toVariant());
 }
 
 qint64 weight(const BusMessage &message)
@@ -90,7 +91,7 @@ void BusJournal::note(const BusMessage &message)
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(message.body, &error);
     if (message.direction == BusMessage::Direction::Outgoing)
-        noteSent(entry, idOfSent(document.object().toVariantMap()));
+        noteSent(entry, idOfSent(document.object()));
     else if (error.error != QJsonParseError::NoError)
         entry.relation = Relation::Unreadable;
     else
@@ -138,7 +139,8 @@ void BusJournal::noteArrived(BusJournalEntry &arrived, const QString &id)
 void BusJournal::settle(const QString &destination, const QVariant &data, const QString &refusal)
 {
     // From the oldest on: a bus settles equal messages in the order in which they were sent.
-    const QString id = idOfSent(data.toMap());
+    const QVariantMap sentData = data.toMap();
+    const QString id = idOf(sentData.value(keyUid), sentData.value(keyId));
     const QVector<qint64> requests = m_requests.value(id);
     for (const qint64 number : requests) {
         BusJournalEntry *sent = entry(number);

@@ -32,14 +32,16 @@ bool isCredential(const QString &key)
     return name.match(key).hasMatch();
 }
 
+/// For a text that is not JSON, such as one that was cut: a value ends where its quotation mark
+/// closes, and in JSON that stands inside a text marks carry one backslash, escaped ones three.
 QString maskedText(QString text)
 {
     static const QRegularExpression pair(
         QStringLiteral(
-            "(\\\\?\"(?:%1)\\\\?\"\\s*:\\s*)(\\\\?\"(?:[^\"\\\\]|\\\\[^\"])*(?:\\\\?\")?|"
-            "[^\\s,}\\]\"]+)")
+            R"re((\\?"(?:%1)\\?"\s*:\s*)("(?:[^"\\]|\\.)*"?|)re"
+            R"re(\\"(?:[^"\\]|\\\\(?:\\["\\]|[^"\\])|\\[^"\\])*(?:\\")?|[^\s,}\]"\\]+))re")
             .arg(credentialNames()),
-        QRegularExpression::CaseInsensitiveOption);
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
     return text.replace(pair, QStringLiteral("\\1\"***\""));
 }
 
@@ -136,11 +138,14 @@ bool mask(QJsonValue &value, int depth)
     return masked;
 }
 
-/// The JSON text without credentials: as it was written when it has none.
+/// The JSON text without credentials: as it was written when it has none, but for a byte order
+/// mark, which has no place inside another text.
 QByteArray cleaned(const QByteArray &text, const QJsonDocument &document)
 {
     QJsonValue value = valueOf(document);
-    return mask(value, 0) ? compact(value) : text;
+    if (mask(value, 0))
+        return compact(value);
+    return text.startsWith("\xef\xbb\xbf") ? text.mid(3) : text;
 }
 
 /// Lays valid JSON out over lines. Qt's own writer would sort the keys and round large numbers.

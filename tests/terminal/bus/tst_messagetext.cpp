@@ -120,6 +120,11 @@ void tst_MessageText::credentialsAreNeverShown_data()
     QTest::newRow("inside a text") << QByteArray(R"({"description":"{\"pin\":\"qwerty-1\"}"})");
     QTest::newRow("cut text") << QByteArray(R"({"uid":"7","secret": "qwerty-1","desc)");
     QTest::newRow("cut in the value") << QByteArray(R"({"uid":"7","api_key":"qwerty-1)");
+    QTest::newRow("cut after an escaped mark")
+        << QByteArray(R"({"uid":"7","secret": "a\"qwerty-1","desc)");
+    QTest::newRow("cut inner text after an escaped mark")
+        << QByteArray(R"({"description":"{\"pwd\":\"a\\\"qwerty-1\",\"a)");
+    QTest::newRow("a number in a cut text") << QByteArray(R"({"pin": qwerty-1,"desc)");
     QTest::newRow("cut inner text") << QByteArray(R"({"description":"{\"pwd\":\"qwerty-1\",\"a)");
     QTest::newRow("cut text inside a whole one")
         << QByteArray(R"({"description":"{\"cvv\": \"qwerty-1\",\"a"})");

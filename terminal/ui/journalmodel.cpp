@@ -1,5 +1,7 @@
 #include "journalmodel.h"
 
+#include "shownreason.h"
+
 #include <payments/paymentsstore.h>
 
 #include <QBrush>
@@ -68,7 +70,8 @@ QVariant JournalModel::data(const QModelIndex &index, int role) const
     case Qt::TextAlignmentRole:
         return int(Qt::AlignVCenter | (isMoney(index.column()) ? Qt::AlignRight : Qt::AlignLeft));
     case Qt::ToolTipRole:
-        return record.lastError.isEmpty() ? QVariant() : QVariant(record.lastError.toHtmlEscaped());
+        return record.lastError.isEmpty() ? QVariant()
+                                          : QVariant(shownReason(record.lastError).toHtmlEscaped());
     case Qt::ForegroundRole:
         // A payment that nobody but this workstation knows of must catch the eye.
         if (index.column() == State && record.state < PackState::Posted)

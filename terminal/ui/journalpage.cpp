@@ -2,6 +2,7 @@
 
 #include "journalmodel.h"
 #include "paymentdetails.h"
+#include "shownreason.h"
 
 #include <app/terminalcontext.h>
 
@@ -42,7 +43,7 @@ QString summaryOf(const PaymentRecord &payment)
     if (payment.recovered)
         lines.append(JournalPage::tr("Пачка восстановлена по чеку."));
     if (!payment.lastError.isEmpty())
-        lines.append(payment.lastError);
+        lines.append(shownReason(payment.lastError));
     return lines.join(QLatin1Char('\n'));
 }
 

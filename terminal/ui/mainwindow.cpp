@@ -7,6 +7,7 @@
 #include "modulepage.h"
 #include "paymentpage.h"
 #include "recoverydialog.h"
+#include "shownreason.h"
 #include "sidewindows.h"
 
 #include <app/terminalcontext.h>
@@ -177,7 +178,7 @@ void MainWindow::showRegister()
 void MainWindow::showBus()
 {
     m_bus->setText(m_context.bus().connected() ? tr("Связь: есть") : tr("Связь: нет"));
-    m_bus->setToolTip(m_context.bus().stateText());
+    m_bus->setToolTip(shownReason(m_context.bus().stateText()).toHtmlEscaped());
 }
 
 void MainWindow::showOutbox()

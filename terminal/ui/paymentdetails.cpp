@@ -3,6 +3,7 @@
 #include "receiptfile.h"
 #include "receiptpicture.h"
 #include "receiptview.h"
+#include "shownreason.h"
 
 #include <app/terminalcontext.h>
 #include <fiscal/receipttext.h>
@@ -84,6 +85,7 @@ void PaymentDetails::setPayment(const PaymentRecord &payment)
 void PaymentDetails::showPack()
 {
     m_pack->clear();
+    m_packJson.clear();
     m_savePack->setEnabled(false);
     if (m_payment.packId == 0)
         return;
@@ -94,7 +96,8 @@ void PaymentDetails::showPack()
                 .arg(QString::number(m_payment.packId), m_context.payments().lastError()));
         return;
     }
-    m_pack->setPlainText(QString::fromUtf8(QJsonDocument::fromVariant(*pack).toJson()));
+    m_packJson = QJsonDocument::fromVariant(*pack).toJson();
+    m_pack->setPlainText(shownLines(QString::fromUtf8(m_packJson)));
     m_savePack->setEnabled(true);
 }
 
@@ -163,6 +166,6 @@ void PaymentDetails::savePack()
     if (QFileInfo(file).suffix().isEmpty())
         file += QStringLiteral(".json");
     QString error;
-    if (!ReceiptFile::write(file, m_pack->toPlainText().toUtf8(), &error))
+    if (!ReceiptFile::write(file, m_packJson, &error))
         QMessageBox::warning(this, tr("Пачка не сохранена"), error);
 }

@@ -2,6 +2,7 @@
 
 #include <payments/paymentrecord.h>
 
+#include <QByteArray>
 #include <QString>
 #include <QWidget>
 
@@ -40,6 +41,7 @@ private:
     ReceiptView *m_receipt;
     QPlainTextEdit *m_text;
     QPlainTextEdit *m_pack;
+    QByteArray m_packJson; ///< whole, however much of it is shown
     QLabel *m_address;
     QPushButton *m_saveReceipt;
     QPushButton *m_savePack;

@@ -7,6 +7,7 @@ ReceiptView::ReceiptView(QWidget *parent) : QScrollArea(parent), m_label(new QLa
 {
     m_label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     m_label->setWordWrap(true);
+    m_label->setTextFormat(Qt::PlainText);
     m_label->setMargin(0);
     setWidget(m_label);
     setWidgetResizable(true);

@@ -1,6 +1,7 @@
 #include "recoverydialog.h"
 
 #include "recoverydialogmodel.h"
+#include "shownreason.h"
 
 #include <app/terminalcontext.h>
 #include <payments/payscontroller.h>
@@ -197,8 +198,8 @@ void RecoveryDialog::act(const QString &question, bool (PaymentCase::*fits)() co
     }
     progress.reset();
     if (!errors.isEmpty()) {
-        QMessageBox::warning(this, windowTitle(),
-                             QStringList(errors.mid(0, SHOWN_ERRORS)).join(QLatin1Char('\n')));
+        showWarning(this, windowTitle(),
+                    QStringList(errors.mid(0, SHOWN_ERRORS)).join(QLatin1Char('\n')));
     }
     showSelected();
 }
@@ -243,7 +244,7 @@ void RecoveryDialog::showSelected()
     m_refund->setEnabled(any(&PaymentCase::canRefund));
     m_postpone->setEnabled(!rows.isEmpty());
     const PaymentCase payment = rows.size() == 1 ? m_model->at(rows.constFirst()) : PaymentCase();
-    m_details->setText(payment.story + QLatin1Char('\n') + payment.wayOut);
+    m_details->setText(shownReason(payment.story) + QLatin1Char('\n') + payment.wayOut);
     if (rows.size() > 1)
         m_details->setText(tr("Выбрано платежей: %1.").arg(rows.size()));
     QString summary = m_model->rowCount() == 0
@@ -252,7 +253,7 @@ void RecoveryDialog::showSelected()
              "делать. Отложенные появятся здесь при следующем запуске.")
               .arg(m_model->rowCount());
     if (!m_problem.isEmpty())
-        summary = m_problem;
+        summary = shownReason(m_problem);
     m_summary->setText(summary);
 }
 

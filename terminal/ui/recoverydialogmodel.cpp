@@ -1,5 +1,7 @@
 #include "recoverydialogmodel.h"
 
+#include "shownreason.h"
+
 RecoveryDialogModel::RecoveryDialogModel(QObject *parent) : QAbstractTableModel(parent) {}
 
 void RecoveryDialogModel::setCases(const QVector<PaymentCase> &cases)
@@ -44,7 +46,7 @@ QVariant RecoveryDialogModel::data(const QModelIndex &index, int role) const
     if (role == Qt::TextAlignmentRole && index.column() == Sum)
         return int(Qt::AlignRight | Qt::AlignVCenter);
     if (role == Qt::ToolTipRole)
-        return payment.story.toHtmlEscaped();
+        return shownReason(payment.story).toHtmlEscaped();
     if (role != Qt::DisplayRole)
         return QVariant();
     switch (Column(index.column())) {

@@ -10,8 +10,8 @@ constexpr int declineDigits = 5;
 QVector<PosTestOutcome> PosTestOutcome::table()
 {
     using Outcome = PosTestAmount::Outcome;
-    const auto like = [](const QString &name, int digits) {
-        return PosTestOutcome{name, PosTestAmount::forKopecks(digits), true};
+    const auto like = [](const QString &outcome, int digits) {
+        return PosTestOutcome{outcome, PosTestAmount::forKopecks(digits), true};
     };
     QVector<PosTestOutcome> list{like(QStringLiteral("approve"), approvalDigits)};
     QVector<PosTestOutcome> troubles;

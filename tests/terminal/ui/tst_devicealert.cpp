@@ -51,6 +51,24 @@ private slots:
         QVERIFY(!m_alert->isVisible());
     }
 
+    void givesWayToWhatElseStandsThere()
+    {
+        DeviceControl &control = m_context->devices();
+        QVERIFY(control.setState(Device::Card, QStringLiteral("connection-lost-after")));
+        QVERIFY(control.setState(Device::Billing, QStringLiteral("late")));
+        QVERIFY(m_alert->minimumSizeHint().width() < m_alert->sizeHint().width() / 4);
+        QVERIFY(m_alert->toolTip().contains(QStringLiteral("Опаздывает на один запрос")));
+        // Cut short it still shows something, in its own colour.
+        m_alert->resize(120, 20);
+        const QImage picture = m_alert->grab().toImage();
+        int red = 0;
+        for (int x = 0; x < picture.width(); ++x) {
+            for (int y = 0; y < picture.height(); ++y)
+                red += qRed(picture.pixel(x, y)) > qBlue(picture.pixel(x, y)) + 60 ? 1 : 0;
+        }
+        QVERIFY(red > 20);
+    }
+
     void tellsThatTheTerminalWaits()
     {
         PosActivity::setSlowTime(1);

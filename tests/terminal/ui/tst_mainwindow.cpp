@@ -236,6 +236,11 @@ private slots:
 
     void nothingIsCutOnASmallScreen()
     {
+        // As much to say as there can be.
+        DeviceControl &devices = m_context->devices();
+        QVERIFY(devices.setState(Device::Register, QStringLiteral("fails-after-printing")));
+        QVERIFY(devices.setState(Device::Card, QStringLiteral("connection-lost-after")));
+        QVERIFY(devices.setState(Device::Billing, QStringLiteral("late")));
         m_window->resize(800, 600);
         QVERIFY2(
             m_window->width() <= 800 && m_window->height() <= 600,

@@ -2,6 +2,7 @@
 
 #include <QDebugStateSaver>
 #include <QLocale>
+#include <QVarLengthArray>
 
 namespace basix {
 
@@ -69,8 +70,11 @@ bool isDigit(QChar c)
     return c >= QLatin1Char('0') && c <= QLatin1Char('9');
 }
 
+/// Long enough for any number that fits; longer texts go to the heap.
+using Digits = QVarLengthArray<QChar, 32>;
+
 /// The raw value of 0.DIGITS * 10^point with `decimals` decimals; 0 when it does not fit.
-qint64 rawOfDigits(const QString &digits, int point, int decimals, bool negative)
+qint64 rawOfDigits(const Digits &digits, int point, int decimals, bool negative)
 {
     const int wanted = point + decimals;
     if (wanted < 0)
@@ -113,8 +117,7 @@ qint64 rawOfText(const QString &text, int decimals)
     if (negative)
         ++at;
 
-    QString digits;
-    digits.reserve(end - at);
+    Digits digits;
     while (at < end && isDigit(text.at(at)))
         digits.append(text.at(at++));
     const int point = digits.size();
@@ -140,8 +143,11 @@ qint64 rawOfDouble(double value, int decimals)
     const QString text =
         QString::number(value < 0 ? -value : value, 'e', QLocale::FloatingPointShortest);
     const int exponentAt = text.indexOf(QLatin1Char('e'));
-    QString digits = text.left(exponentAt);
-    digits.remove(QLatin1Char('.'));
+    Digits digits;
+    for (int at = 0; at < exponentAt; ++at) {
+        if (isDigit(text.at(at)))
+            digits.append(text.at(at));
+    }
     return rawOfDigits(digits, text.midRef(exponentAt + 1).toInt() + 1, decimals, value < 0);
 }
 
@@ -173,15 +179,27 @@ double FixNumber::toDouble() const
 
 QString FixNumber::toString() const
 {
-    const quint64 size =
+    // Sign, point, and the digits of the largest number or the decimals of the largest multiplier.
+    constexpr int longest = 24;
+    QChar text[longest];
+    int at = longest;
+    quint64 rest =
         m_value < 0 ? quint64(0) - static_cast<quint64>(m_value) : static_cast<quint64>(m_value);
+    const auto putDigit = [&] {
+        text[--at] = QChar(static_cast<ushort>(u'0' + rest % 10));
+        rest /= 10;
+    };
     const int decimals = decimalsOf(m_multiplier);
-    QString text = QString::number(size).rightJustified(decimals + 1, QLatin1Char('0'));
+    for (int i = 0; i < decimals; ++i)
+        putDigit();
     if (decimals > 0)
-        text.insert(text.size() - decimals, QLatin1Char('.'));
+        text[--at] = QLatin1Char('.');
+    do {
+        putDigit();
+    } while (rest > 0);
     if (m_value < 0)
-        text.prepend(QLatin1Char('-'));
-    return text;
+        text[--at] = QLatin1Char('-');
+    return QString(text + at, longest - at);
 }
 
 FixNumber FixNumber::rescaled(int multiplier) const

@@ -21,7 +21,12 @@ public:
     }
 };
 
-AgentData::AgentData() : m_data(new Data) {}
+// Most lines of a receipt have no agent: they share one empty record.
+AgentData::AgentData()
+{
+    static const QSharedDataPointer<Data> empty(new Data);
+    m_data = empty;
+}
 
 AgentData::AgentData(const AgentData &other) = default;
 AgentData &AgentData::operator=(const AgentData &other) = default;

@@ -1,5 +1,7 @@
 #include <molvacore/check.h>
 
+#include <QVector>
+
 #include <algorithm>
 #include <tuple>
 
@@ -25,10 +27,32 @@ qint64 kopecks(const basix::FixNumber &sum)
     return sum.rescaled(kopecksPerRouble).value();
 }
 
+/// FiscalTag::key() of every tag, made once.
+const QString &keyOf(int tag)
+{
+    constexpr int firstTag = 1000;
+    constexpr int count = 300;
+    static const QVector<QString> keys = [] {
+        QVector<QString> texts;
+        texts.reserve(count);
+        for (int i = 0; i < count; ++i)
+            texts.append(FiscalTag::key(firstTag + i));
+        return texts;
+    }();
+    return keys.at(tag - firstTag);
+}
+
+/// Tags have four digits and are put in ascending order wherever many are put: the place of the
+/// next one is the end of the map.
+void put(QVariantMap &map, int tag, const QVariant &value)
+{
+    map.insert(map.cend(), keyOf(tag), value);
+}
+
 void putText(QVariantMap &map, int tag, const QString &text)
 {
     if (!text.isEmpty())
-        map.insert(FiscalTag::key(tag), text);
+        put(map, tag, text);
 }
 
 /// The field of a taxpayer number is 12 characters wide; the 10 digits of an organisation are
@@ -74,25 +98,27 @@ void putPhones(QVariantMap &map, int tag, const QStringList &phones)
             list.append(phone);
     }
     if (!list.isEmpty())
-        map.insert(FiscalTag::key(tag), list);
+        put(map, tag, list);
 }
 
 void putMap(QVariantMap &map, int tag, const QVariantMap &nested)
 {
     if (!nested.isEmpty())
-        map.insert(FiscalTag::key(tag), nested);
+        put(map, tag, nested);
 }
 
 QVariantMap agentMap(const AgentData &agent)
 {
-    const QLatin1Char comma(',');
     QVariantMap map;
-    putText(map, FiscalTag::BankAgentOperation, agent.paymentAgengOperation());
-    putPhones(map, FiscalTag::PayAgentPhone, agent.paymentAgengPhone().split(comma));
-    putPhones(map, FiscalTag::PayOperatorPhone, agent.paymentOperatorPhone().split(comma));
+    if (agent.isEmpty())
+        return map;
+    const QLatin1Char comma(',');
     putText(map, FiscalTag::TransferOperatorAddress, agent.transferOperatorAddress());
     putInn(map, FiscalTag::TransferOperatorInn, agent.transferOperatorInn());
     putText(map, FiscalTag::TransferOperatorName, agent.transferOperatorName());
+    putText(map, FiscalTag::BankAgentOperation, agent.paymentAgengOperation());
+    putPhones(map, FiscalTag::PayAgentPhone, agent.paymentAgengPhone().split(comma));
+    putPhones(map, FiscalTag::PayOperatorPhone, agent.paymentOperatorPhone().split(comma));
     putPhones(map, FiscalTag::TransferOperatorPhone, agent.transferOperatorPhone().split(comma));
     return map;
 }
@@ -100,30 +126,59 @@ QVariantMap agentMap(const AgentData &agent)
 QVariantMap supplierMap(const ProviderData &provider)
 {
     QVariantMap map;
-    putText(map, FiscalTag::SupplierName, provider.name());
     putPhones(map, FiscalTag::SupplierPhone, provider.phones());
+    putText(map, FiscalTag::SupplierName, provider.name());
     return map;
 }
 
-QVariantMap lineMap(const CheckOperation &operation)
+/// Makes the maps of a receipt's lines one after the other. Lines of one receipt mostly have the
+/// same agent and supplier: their maps are made once and shared.
+class LineMaps
 {
-    QVariantMap map;
-    putText(map, FiscalTag::ItemName, operation.itemName());
-    map.insert(FiscalTag::key(FiscalTag::Price), kopecks(operation.price()));
-    map.insert(FiscalTag::key(FiscalTag::Quantity), operation.quantity().toString());
-    map.insert(FiscalTag::key(FiscalTag::ItemCost), kopecks(operation.cost()));
-    if (operation.taxNumber() != 0)
-        map.insert(FiscalTag::key(FiscalTag::VatRate), static_cast<int>(operation.taxNumber()));
-    map.insert(FiscalTag::key(FiscalTag::ItemType), static_cast<int>(operation.itemType()));
-    map.insert(FiscalTag::key(FiscalTag::CalculationMethod), static_cast<int>(operation.method()));
-    if (operation.agentFlag() != AgentFlag::None)
-        map.insert(FiscalTag::key(FiscalTag::ItemAgentSign),
-                   static_cast<int>(operation.agentFlag()));
-    putMap(map, FiscalTag::AgentData, agentMap(operation.agent()));
-    putMap(map, FiscalTag::SupplierData, supplierMap(operation.provider()));
-    putInn(map, FiscalTag::SupplierInn, operation.providerInn());
-    return map;
-}
+public:
+    QVariantMap next(const CheckOperation &operation)
+    {
+        useAgent(operation.agent());
+        useSupplier(operation.provider());
+
+        QVariantMap map;
+        put(map, FiscalTag::Quantity, operation.quantity().toString());
+        putText(map, FiscalTag::ItemName, operation.itemName());
+        put(map, FiscalTag::ItemCost, kopecks(operation.cost()));
+        put(map, FiscalTag::Price, kopecks(operation.price()));
+        if (operation.taxNumber() != 0)
+            put(map, FiscalTag::VatRate, static_cast<int>(operation.taxNumber()));
+        put(map, FiscalTag::ItemType, static_cast<int>(operation.itemType()));
+        put(map, FiscalTag::CalculationMethod, static_cast<int>(operation.method()));
+        if (operation.agentFlag() != AgentFlag::None)
+            put(map, FiscalTag::ItemAgentSign, static_cast<int>(operation.agentFlag()));
+        putMap(map, FiscalTag::AgentData, m_agentMap);
+        putMap(map, FiscalTag::SupplierData, m_supplierMap);
+        putInn(map, FiscalTag::SupplierInn, operation.providerInn());
+        return map;
+    }
+
+private:
+    void useAgent(const AgentData &agent)
+    {
+        if (agent == m_agent)
+            return;
+        m_agent = agent;
+        m_agentMap = agentMap(agent);
+    }
+    void useSupplier(const ProviderData &supplier)
+    {
+        if (supplier == m_supplier)
+            return;
+        m_supplier = supplier;
+        m_supplierMap = supplierMap(supplier);
+    }
+
+    AgentData m_agent;
+    QVariantMap m_agentMap;
+    ProviderData m_supplier;
+    QVariantMap m_supplierMap;
+};
 
 void putSums(QVariantMap &map, const QList<CheckOperation> &operations,
              const QList<CheckPayment> &payments, MoneyType defaultMoneyType)
@@ -148,9 +203,9 @@ void putSums(QVariantMap &map, const QList<CheckOperation> &operations,
     const basix::FixNumber uncovered = total - cash - cashless;
     if (uncovered.value() > 0 && uncovered.value() <= largestRemainder)
         partOf(defaultMoneyType) += uncovered;
-    map.insert(FiscalTag::key(FiscalTag::Total), total.value());
-    map.insert(FiscalTag::key(FiscalTag::CashSum), cash.value());
-    map.insert(FiscalTag::key(FiscalTag::CashlessSum), cashless.value());
+    map.insert(keyOf(FiscalTag::Total), total.value());
+    map.insert(keyOf(FiscalTag::CashSum), cash.value());
+    map.insert(keyOf(FiscalTag::CashlessSum), cashless.value());
 }
 
 } // namespace
@@ -205,8 +260,8 @@ QVariantMap Check::toDocument(bool electronicOnly, MoneyType defaultMoneyType,
                               bool withPrintableData) const
 {
     QVariantMap document;
-    document.insert(FiscalTag::key(FiscalTag::SettlementSign), static_cast<int>(type()));
-    document.insert(FiscalTag::key(FiscalTag::TaxSystem), static_cast<int>(tax()));
+    document.insert(keyOf(FiscalTag::SettlementSign), static_cast<int>(type()));
+    document.insert(keyOf(FiscalTag::TaxSystem), static_cast<int>(tax()));
     putText(document, FiscalTag::Cashier, cashier());
     const QString contact = clientPhone();
     putText(document, FiscalTag::ClientContact,
@@ -224,9 +279,10 @@ QVariantMap Check::toDocument(bool electronicOnly, MoneyType defaultMoneyType,
     const QList<CheckOperation> lines = operations();
     QVariantList lineMaps;
     lineMaps.reserve(lines.size());
+    LineMaps maps;
     for (const CheckOperation &line : lines)
-        lineMaps.append(lineMap(line));
-    document.insert(FiscalTag::key(FiscalTag::Item), lineMaps);
+        lineMaps.append(maps.next(line));
+    document.insert(keyOf(FiscalTag::Item), lineMaps);
     putSums(document, lines, payments(), defaultMoneyType);
 
     document.insert(QStringLiteral("electronic"), electronicOnly);

@@ -38,7 +38,8 @@ std::shared_ptr<basix::SqliteDatabase> sharedDatabase(const QString &file)
     static thread_local std::weak_ptr<basix::SqliteDatabase> shared;
     std::shared_ptr<basix::SqliteDatabase> database = shared.lock();
     if (database && database->isOpen()
-        && database->fileName() == QFileInfo(file).absoluteFilePath())
+        && (database->fileName() == file
+            || database->fileName() == QFileInfo(file).absoluteFilePath()))
         return database;
     database = openDatabase(file);
     shared = database;

@@ -6,87 +6,163 @@
 
 namespace {
 
-QString withoutControls(const QString &text)
+bool isControl(ushort code)
 {
-    QString shown;
-    shown.reserve(text.size());
-    for (const QChar c : text) {
-        const ushort code = c.unicode();
-        if (c == QLatin1Char('\n'))
-            shown += QLatin1String("\\n");
-        else if (c == QLatin1Char('\t'))
-            shown += QLatin1String("\\t");
-        else if (c == QLatin1Char('\r'))
-            shown += QLatin1String("\\r");
-        else if (code < 0x20 || (code >= 0x7f && code < 0xa0) || code == 0x2028 || code == 0x2029)
-            shown += QStringLiteral("\\u%1").arg(code, 4, 16, QLatin1Char('0'));
-        else
-            shown += c;
+    return code < 0x20 || (code >= 0x7f && code < 0xa0) || code == 0x2028 || code == 0x2029;
+}
+
+/// A line of the log while it is written. Whole answers are logged, so a character costs no more
+/// than a look at it.
+class Line
+{
+public:
+    void put(char c)
+    {
+        *room(1) = QLatin1Char(c);
+        ++m_size;
     }
-    return shown;
-}
+    void put(QLatin1String text)
+    {
+        QChar *at = room(text.size());
+        for (int i = 0; i < text.size(); ++i)
+            at[i] = QLatin1Char(text.at(i));
+        m_size += text.size();
+    }
+    /// With its control characters escaped and, `inQuotes`, in quotes with those in it escaped.
+    void put(const QString &text, bool inQuotes)
+    {
+        if (inQuotes)
+            put('"');
+        QChar *at = room(text.size());
+        for (const QChar c : text) {
+            const ushort code = c.unicode();
+            if (Q_UNLIKELY(isControl(code) || (inQuotes && (code == u'"' || code == u'\\')))) {
+                m_size = static_cast<int>(at - m_text.constData());
+                putEscaped(code);
+                // The rest may be as long as the text, wherever it stands.
+                at = room(text.size());
+            } else {
+                *at++ = c;
+            }
+        }
+        m_size = static_cast<int>(at - m_text.constData());
+        if (inQuotes)
+            put('"');
+    }
+    QString taken()
+    {
+        m_text.truncate(m_size);
+        return m_text;
+    }
 
-QString quoted(QString text)
+private:
+    /// Where the next `length` characters go.
+    QChar *room(int length)
+    {
+        if (m_text.size() - m_size < length)
+            m_text.resize(qMax(2 * m_text.size(), m_size + length + usualLength));
+        return m_text.data() + m_size;
+    }
+    void putEscaped(ushort code)
+    {
+        switch (code) {
+        case u'"':
+            put(QLatin1String("\\\""));
+            return;
+        case u'\\':
+            put(QLatin1String("\\\\"));
+            return;
+        case u'\n':
+            put(QLatin1String("\\n"));
+            return;
+        case u'\t':
+            put(QLatin1String("\\t"));
+            return;
+        case u'\r':
+            put(QLatin1String("\\r"));
+            return;
+        default: {
+            const QByteArray hex = QByteArray::number(code, 16).rightJustified(4, '0');
+            put(QLatin1String("\\u"));
+            put(QLatin1String(hex));
+        }
+        }
+    }
+
+    static constexpr int usualLength = 256;
+
+    QString m_text;
+    int m_size = 0;
+};
+
+void render(Line &line, const QVariant &value);
+
+void renderMap(Line &line, const QVariantMap &map)
 {
-    text.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
-    text.replace(QLatin1Char('"'), QLatin1String("\\\""));
-    return QLatin1Char('"') + withoutControls(text) + QLatin1Char('"');
-}
-
-void render(QString &out, const QVariant &value);
-
-void renderMap(QString &out, const QVariantMap &map)
-{
-    out += QLatin1Char('{');
+    line.put('{');
     for (auto it = map.cbegin(); it != map.cend(); ++it) {
         if (it != map.cbegin())
-            out += QLatin1Char(',');
-        out += quoted(it.key()) + QLatin1Char(':');
-        render(out, it.value());
+            line.put(',');
+        line.put(it.key(), true);
+        line.put(':');
+        render(line, it.value());
     }
-    out += QLatin1Char('}');
+    line.put('}');
 }
 
-void renderList(QString &out, const QVariantList &list)
+void renderList(Line &line, const QVariantList &list)
 {
-    out += QLatin1Char('[');
+    line.put('[');
     for (int i = 0; i < list.size(); ++i) {
         if (i > 0)
-            out += QLatin1Char(',');
-        render(out, list.at(i));
+            line.put(',');
+        render(line, list.at(i));
     }
-    out += QLatin1Char(']');
+    line.put(']');
 }
 
-void render(QString &out, const QVariant &value)
+void render(Line &line, const QVariant &value)
 {
     switch (static_cast<QMetaType::Type>(value.userType())) {
     case QMetaType::UnknownType:
     case QMetaType::Nullptr:
-        out += QLatin1String("null");
+        line.put(QLatin1String("null"));
+        return;
+    case QMetaType::QString:
+        line.put(*static_cast<const QString *>(value.constData()), true);
         return;
     case QMetaType::QVariantMap:
+        renderMap(line, *static_cast<const QVariantMap *>(value.constData()));
+        return;
     case QMetaType::QVariantHash:
-        renderMap(out, value.toMap());
+        renderMap(line, value.toMap());
         return;
     case QMetaType::QVariantList:
-    case QMetaType::QStringList:
-        renderList(out, value.toList());
+        renderList(line, *static_cast<const QVariantList *>(value.constData()));
         return;
-    case QMetaType::Double:
-        out += QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
+    case QMetaType::QStringList:
+        renderList(line, value.toList());
         return;
     case QMetaType::Bool:
+        line.put(value.toBool() ? QLatin1String("true") : QLatin1String("false"));
+        return;
+    case QMetaType::Double:
+        line.put(QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest), false);
+        return;
     case QMetaType::Int:
     case QMetaType::UInt:
     case QMetaType::LongLong:
     case QMetaType::ULongLong:
-        out += value.toString();
+        line.put(value.toString(), false);
         return;
     default: // a variant can hold any type there is
-        out += value.canConvert<QString>()
-            ? quoted(value.toString())
-            : QStringLiteral("<%1>").arg(QLatin1String(value.typeName()));
+        if (value.canConvert<QString>()) {
+            line.put(value.toString(), true);
+        } else {
+            line.put('<');
+            line.put(QLatin1String(value.typeName()));
+            line.put('>');
+        }
     }
 }
 
@@ -96,11 +172,12 @@ LogVariant::LogVariant(const QVariant &value) : m_value(value) {}
 
 QString LogVariant::toString() const
 {
+    Line line;
     if (m_value.userType() == QMetaType::QString)
-        return withoutControls(m_value.toString());
-    QString out;
-    render(out, m_value);
-    return out;
+        line.put(m_value.toString(), false);
+    else
+        render(line, m_value);
+    return line.taken();
 }
 
 LogVariant logvariant(const QVariant &value)

@@ -9,6 +9,7 @@
 #include <molvacore/logvariant.h>
 
 #include <QDebug>
+#include <QLoggingCategory>
 
 const QString SrDocument::FIELD_SERVICES = QStringLiteral("services");
 const QString SrDocument::FIELD_ID = QStringLiteral("id");
@@ -49,6 +50,30 @@ QVariantMap descriptor(const OwnField &field, const QString &value)
     return map;
 }
 
+QStringList rendered(const QVariantList &list)
+{
+    QStringList texts;
+    texts.reserve(list.size());
+    for (const QVariant &element : list) {
+        QString text;
+        QDebug(&text).nospace() << logvariant(element);
+        texts.append(text);
+    }
+    return texts;
+}
+
+/// The description as it came, but for the list inside the services' descriptor.
+QVariantMap withoutServices(QVariantMap description)
+{
+    const auto found = description.find(SrDocument::FIELD_SERVICES);
+    if (found != description.end() && found->userType() == QMetaType::QVariantMap) {
+        QVariantMap services = found->toMap();
+        services.remove(QStringLiteral("paramList"));
+        *found = services;
+    }
+    return description;
+}
+
 } // namespace
 
 QVariantList SrDocument::toPayParamsList() const
@@ -63,14 +88,19 @@ QVariantList SrDocument::toPayParamsList() const
 void SrDocument::parseCheckList(const QVariantList &list)
 {
     SrObject::parseCheckList(list);
-    qWarning() << logvariant(getParams());
-
+    const QVariantMap described = getParams();
     const QVariantList wrappers = SrParamList::of(takeField(FIELD_SERVICES));
-    qWarning() << logvariant(wrappers);
 
-    for (const QVariant &wrapper : wrappers)
-        qWarning() << logvariant(wrapper);
-    m_services = SrParamList::records<SrService>(wrappers);
+    // Put together only for a host that takes the lines, and each service only once: it stands in
+    // three of them.
+    const QLoggingCategory &log = *QLoggingCategory::defaultCategory();
+    const QStringList services = log.isWarningEnabled() ? rendered(wrappers) : QStringList();
+    const QString all = QLatin1Char('[') + services.join(QLatin1Char(',')) + QLatin1Char(']');
+    qCWarning(log).noquote() << logvariant(withoutServices(described)) << all;
+    qCWarning(log).noquote() << all;
+    for (const QString &service : services)
+        qCWarning(log).noquote() << service;
+    m_services = SrService::read(wrappers);
 }
 
 void SrDocument::parseSingleDocFormat(const QString &docNumber, const QVariantList &list)
@@ -214,11 +244,18 @@ Payment SrDocument::createPay(Provider provider, const QString &account, const Q
     return SrPayment::create(provider, account, currency, amount());
 }
 
+void SrDocument::appendHtml(QString &document) const
+{
+    SrHtml::appendLine(
+        document, SrHtml::heading(QStringLiteral("Услуги [") + docNumber() + QLatin1Char(']')));
+    SrHtml::appendServices(document, m_services);
+}
+
 QString SrDocument::toHtml() const
 {
-    QStringList lines{SrHtml::heading(QStringLiteral("Услуги [%1]").arg(docNumber()))};
-    lines += SrHtml::servicesTable(m_services);
-    return lines.join(QLatin1Char('\n'));
+    QString document;
+    appendHtml(document);
+    return document;
 }
 
 QString SrDocument::toSummaryHtml() const

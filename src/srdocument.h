@@ -81,6 +81,8 @@ public:
     /// A fragment for the account's document: heading and table of services.
     QString toHtml() const;
     QString toSummaryHtml() const;
+    /// Puts toHtml() below the lines of `document`.
+    void appendHtml(QString &document) const;
 
     bool operator==(const SrDocument &other) const;
     bool operator!=(const SrDocument &other) const { return !(*this == other); }

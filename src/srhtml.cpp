@@ -2,27 +2,72 @@
 
 #include "sraccount.h"
 
+#include <algorithm>
+
 namespace {
 
 const QString tableStart = QStringLiteral(R"(<table width="90%" border=1 align="center"><tbody>)");
 const QString tableEnd = QStringLiteral("</tbody></table>");
+constexpr QLatin1Char newLine('\n');
+
+const QString titlesStart = QStringLiteral(R"(<tr><th align="center">)");
+const QString nextTitle = QStringLiteral(R"(</th><th align="center">)");
+const QString titlesEnd = QStringLiteral("</th></tr>");
+const QString rowStart = QStringLiteral(R"(<tr><td align="left">)");
+const QString nextCell = QStringLiteral(R"(</td><td align="right">)");
+const QString rowEnd = QStringLiteral("</td></tr>");
+
+constexpr int usualTotalsLength = 320;
+
+bool isMarkup(QChar c)
+{
+    return c == QLatin1Char('<') || c == QLatin1Char('>') || c == QLatin1Char('&');
+}
+
+void appendEscaped(QString &out, const QString &text)
+{
+    if (std::none_of(text.cbegin(), text.cend(), isMarkup)) {
+        out += text;
+        return;
+    }
+    for (const QChar c : text) {
+        if (c == QLatin1Char('<'))
+            out += QLatin1String("&lt;");
+        else if (c == QLatin1Char('>'))
+            out += QLatin1String("&gt;");
+        else if (c == QLatin1Char('&'))
+            out += QLatin1String("&amp;");
+        else
+            out += c;
+    }
+}
+
+void startLine(QString &document)
+{
+    if (!document.isEmpty())
+        document += newLine;
+}
+
+void appendTableStart(QString &document, const QStringList &titles)
+{
+    startLine(document);
+    document += tableStart;
+    document += newLine;
+    document += titlesStart;
+    for (int i = 0; i < titles.size(); ++i) {
+        if (i > 0)
+            document += nextTitle;
+        appendEscaped(document, titles.at(i));
+    }
+    document += titlesEnd;
+}
 
 } // namespace
 
 QString SrHtml::escaped(const QString &text)
 {
     QString safe;
-    safe.reserve(text.size());
-    for (const QChar c : text) {
-        if (c == QLatin1Char('<'))
-            safe += QLatin1String("&lt;");
-        else if (c == QLatin1Char('>'))
-            safe += QLatin1String("&gt;");
-        else if (c == QLatin1Char('&'))
-            safe += QLatin1String("&amp;");
-        else
-            safe += c;
-    }
+    appendEscaped(safe, text);
     return safe;
 }
 
@@ -45,17 +90,41 @@ QString SrHtml::payerName(const QString &name)
 
 QString SrHtml::heading(const QString &text)
 {
-    return QStringLiteral(R"(<H4 align="center">%1</H4>)").arg(escaped(text));
+    static const QString start = QStringLiteral(R"(<H4 align="center">)");
+    static const QString end = QStringLiteral("</H4>");
+    QString line;
+    line.reserve(start.size() + text.size() + end.size());
+    line += start;
+    appendEscaped(line, text);
+    line += end;
+    return line;
 }
 
-QString SrHtml::totals(const SRAccount &account)
+QString SrHtml::totals(const SRAccount &account, const QString &taxNote)
 {
-    return QStringLiteral(
-               R"(<table width="90%" align="center"><tbody><tr><td align="left">%1: %2</td>)"
-               R"(<td align="center">%3: %4</td><td align="right">%5: %6</td></tr></tbody></table>)")
-        .arg(escaped(account.getTitle(SRAccount::FIELD_CHARGE)), account.charge().toString(),
-             escaped(account.getTitle(SRAccount::FIELD_DEBT)), account.debt().toString(),
-             escaped(account.getTitle(SRAccount::FIELD_REMAINDER)), account.remainder().toString());
+    static const QString left =
+        QStringLiteral(R"(<table width="90%" align="center"><tbody><tr><td align="left">)");
+    static const QString middle = QStringLiteral(R"(</td><td align="center">)");
+    static const QString end = QStringLiteral("</td></tr></tbody></table>");
+    static const QString colon = QStringLiteral(": ");
+
+    QString line;
+    line.reserve(usualTotalsLength);
+    line += left;
+    appendEscaped(line, account.getTitle(SRAccount::FIELD_CHARGE));
+    line += colon;
+    line += account.charge().toString();
+    line += middle;
+    appendEscaped(line, account.getTitle(SRAccount::FIELD_DEBT));
+    line += colon;
+    line += account.debt().toString();
+    line += taxNote;
+    line += nextCell;
+    appendEscaped(line, account.getTitle(SRAccount::FIELD_REMAINDER));
+    line += colon;
+    line += account.remainder().toString();
+    line += end;
+    return line;
 }
 
 QString SrHtml::totalToPay(const QString &title, const basix::FixNumber &amount)
@@ -66,47 +135,56 @@ QString SrHtml::totalToPay(const QString &title, const basix::FixNumber &amount)
         .arg(escaped(title), amount.toString());
 }
 
-QStringList SrHtml::servicesTable(const QList<SrService> &services)
+void SrHtml::appendLine(QString &document, const QString &line)
 {
-    if (services.isEmpty())
-        return {};
-    const QMap<QString, QString> titles = services.first().titles();
-    QStringList lines{tableStart,
-                      QStringLiteral(R"(<tr><th align="center">%1</th><th align="center">%2</th>)"
-                                     R"(<th align="center">%3</th><th align="center">%4</th></tr>)")
-                          .arg(escaped(titles.value(SrService::FIELD_NAME)),
-                               escaped(titles.value(SrService::FIELD_CHARGE)),
-                               escaped(titles.value(SrService::FIELD_TOPAY)),
-                               escaped(titles.value(SrService::FIELD_DISTRIBUTED)))};
-    lines.reserve(services.size() + 3);
-    const QString row =
-        QStringLiteral(R"(<tr><td align="left">%1</td><td align="right">%2</td>)"
-                       R"(<td align="right">%3</td><td align="right">%4</td></tr>)");
-    for (const SrService &service : services) {
-        lines.append(row.arg(escaped(service.name()), service.charge().toString(),
-                             service.topay().toString(), service.distributed().toString()));
-    }
-    lines.append(tableEnd);
-    return lines;
+    startLine(document);
+    document += line;
 }
 
-QStringList SrHtml::countersTable(const QList<SrCounter> &counters)
+void SrHtml::appendServices(QString &document, const QList<SrService> &services)
+{
+    if (services.isEmpty())
+        return;
+    const SrService &first = services.constFirst();
+    appendTableStart(
+        document,
+        {first.getTitle(SrService::FIELD_NAME), first.getTitle(SrService::FIELD_CHARGE),
+         first.getTitle(SrService::FIELD_TOPAY), first.getTitle(SrService::FIELD_DISTRIBUTED)});
+    for (const SrService &service : services) {
+        document += newLine;
+        document += rowStart;
+        appendEscaped(document, service.name());
+        document += nextCell;
+        document += service.chargeText();
+        document += nextCell;
+        document += service.topayText();
+        document += nextCell;
+        document += service.distributedText();
+        document += rowEnd;
+    }
+    document += newLine;
+    document += tableEnd;
+}
+
+void SrHtml::appendCounters(QString &document, const QList<SrCounter> &counters)
 {
     if (counters.isEmpty())
-        return {};
-    const QMap<QString, QString> titles = counters.first().titles();
-    QStringList lines{tableStart,
-                      QStringLiteral(R"(<tr><th align="center">%1</th><th align="center">%2</th>)"
-                                     R"(<th align="center">%3</th></tr>)")
-                          .arg(escaped(titles.value(SrCounter::FIELD_NAME)),
-                               escaped(titles.value(SrCounter::FIELD_LAST_VALUE)),
-                               escaped(titles.value(SrCounter::FIELD_CUR_VALUE)))};
-    const QString row = QStringLiteral(R"(<tr><td align="left">%1</td><td align="right">%2</td>)"
-                                       R"(<td align="right">%3</td></tr>)");
+        return;
+    const SrCounter &first = counters.constFirst();
+    appendTableStart(document,
+                     {first.getTitle(SrCounter::FIELD_NAME),
+                      first.getTitle(SrCounter::FIELD_LAST_VALUE),
+                      first.getTitle(SrCounter::FIELD_CUR_VALUE)});
     for (const SrCounter &counter : counters) {
-        lines.append(row.arg(escaped(counter.name()), QString::number(counter.lastValue()),
-                             QString::number(counter.curValue())));
+        document += newLine;
+        document += rowStart;
+        appendEscaped(document, counter.name());
+        document += nextCell;
+        document += QString::number(counter.lastValue());
+        document += nextCell;
+        document += QString::number(counter.curValue());
+        document += rowEnd;
     }
-    lines.append(tableEnd);
-    return lines;
+    document += newLine;
+    document += tableEnd;
 }

@@ -19,18 +19,25 @@ namespace SrHtml {
 /// "<", ">" and "&" as entities; nothing else changes.
 QString escaped(const QString &text);
 
+/// Room for what stands above the services.
+constexpr int usualHeaderLength = 2048;
+
 QString documentStart();
 QString documentEnd();
 /// The payer's name, the title of the document.
 QString payerName(const QString &name);
 /// A centred line: the address, a number, the title of a table.
 QString heading(const QString &text);
-/// Charge, debt and remainder of the account under billing's titles.
-QString totals(const SRAccount &account);
+/// Charge, debt and remainder of the account under billing's titles; `taxNote` stands behind the
+/// debt as it is.
+QString totals(const SRAccount &account, const QString &taxNote = QString());
 QString totalToPay(const QString &title, const basix::FixNumber &amount);
-/// The lines of the table; its titles are those of the first service. Nothing for an empty list.
-QStringList servicesTable(const QList<SrService> &services);
+/// Puts a line below what is there.
+void appendLine(QString &document, const QString &line);
+/// Puts a table below what is there, a line each for its start, its titles, its rows and its end;
+/// the titles are those of the first service. Nothing for an empty list.
+void appendServices(QString &document, const QList<SrService> &services);
 /// The same for meters and their readings.
-QStringList countersTable(const QList<SrCounter> &counters);
+void appendCounters(QString &document, const QList<SrCounter> &counters);
 
 } // namespace SrHtml

@@ -12,7 +12,11 @@ namespace SrParamList {
 /// The list in the "paramList" of `wrapper`; empty when `wrapper` is no map or carries no list.
 inline QVariantList of(const QVariant &wrapper)
 {
-    return wrapper.toMap().value(QStringLiteral("paramList")).toList();
+    static const QString key = QStringLiteral("paramList");
+    // Read in place: a copy of the map would cost more than what is looked for in it.
+    if (wrapper.userType() == QMetaType::QVariantMap)
+        return static_cast<const QVariantMap *>(wrapper.constData())->value(key).toList();
+    return wrapper.toMap().value(key).toList();
 }
 
 /// { "name": name, "paramList": list }
@@ -21,17 +25,26 @@ inline QVariantMap wrapped(const QString &name, const QVariantList &list)
     return {{QStringLiteral("name"), name}, {QStringLiteral("paramList"), list}};
 }
 
-/// One record per wrapped element, also for an empty one, in the order of the list.
-template<typename Record>
-QList<Record> records(const QVariantList &wrappedRecords)
+/// One record per wrapped element, also for an empty one, in the order of the list. `afterEach`
+/// gets every record when it is parsed.
+template<typename Record, typename AfterEach>
+QList<Record> records(const QVariantList &wrappedRecords, AfterEach afterEach)
 {
     QList<Record> parsed;
     parsed.reserve(wrappedRecords.size());
     for (const QVariant &wrapper : wrappedRecords) {
         parsed.append(Record());
-        parsed.last().parseCheckList(of(wrapper));
+        Record &record = parsed.last();
+        record.parseCheckList(of(wrapper));
+        afterEach(record);
     }
     return parsed;
+}
+
+template<typename Record>
+QList<Record> records(const QVariantList &wrappedRecords)
+{
+    return records<Record>(wrappedRecords, [](const Record &) {});
 }
 
 } // namespace SrParamList

@@ -16,9 +16,30 @@ constexpr qint64 peniServiceId = 3924990;
 
 } // namespace
 
+QList<SrService> SrService::read(const QVariantList &wrappedServices)
+{
+    // While a record has just been parsed its fields are at hand; later each would be looked for in
+    // memory again.
+    return SrParamList::records<SrService>(wrappedServices,
+                                           [](const SrService &service) { service.values(); });
+}
+
+const SrService::Values &SrService::values() const
+{
+    if (m_values.stamp != stamp()) {
+        m_values.id = SrValues::integer(getValue(FIELD_ID));
+        m_values.name = SrValues::text(getValue(FIELD_NAME));
+        m_values.charge = Amount(SrValues::money(getValue(FIELD_CHARGE)));
+        m_values.topay = Amount(SrValues::money(getValue(FIELD_TOPAY)));
+        m_values.distributed = Amount(SrValues::money(getValue(FIELD_DISTRIBUTED)));
+        m_values.stamp = stamp();
+    }
+    return m_values;
+}
+
 qint64 SrService::id() const
 {
-    return SrValues::integer(getValue(FIELD_ID));
+    return values().id;
 }
 
 void SrService::setId(qint64 id)
@@ -28,7 +49,7 @@ void SrService::setId(qint64 id)
 
 QString SrService::name() const
 {
-    return SrValues::text(getValue(FIELD_NAME));
+    return values().name;
 }
 
 void SrService::setName(const QString &name)
@@ -38,7 +59,12 @@ void SrService::setName(const QString &name)
 
 basix::FixNumber SrService::charge() const
 {
-    return SrValues::money(getValue(FIELD_CHARGE));
+    return values().charge.number;
+}
+
+QString SrService::chargeText() const
+{
+    return values().charge.text;
 }
 
 void SrService::setCharge(const basix::FixNumber &charge)
@@ -48,7 +74,12 @@ void SrService::setCharge(const basix::FixNumber &charge)
 
 basix::FixNumber SrService::topay() const
 {
-    return SrValues::money(getValue(FIELD_TOPAY));
+    return values().topay.number;
+}
+
+QString SrService::topayText() const
+{
+    return values().topay.text;
 }
 
 void SrService::setTopay(const basix::FixNumber &topay)
@@ -58,7 +89,12 @@ void SrService::setTopay(const basix::FixNumber &topay)
 
 basix::FixNumber SrService::distributed() const
 {
-    return SrValues::money(getValue(FIELD_DISTRIBUTED));
+    return values().distributed.number;
+}
+
+QString SrService::distributedText() const
+{
+    return values().distributed.text;
 }
 
 void SrService::setDistributed(const basix::FixNumber &distributed)
@@ -72,10 +108,11 @@ bool SrService::areReadyToPay(const QList<SrService> &services)
     bool anyNegative = false;
     bool anyDue = false;
     for (const SrService &service : services) {
-        const qint64 distributed = service.distributed().value();
+        const Values &values = service.values();
+        const qint64 distributed = values.distributed.number.value();
         anyDistributed = anyDistributed || distributed > 0;
         anyNegative = anyNegative || distributed < 0;
-        anyDue = anyDue || service.topay().value() != 0;
+        anyDue = anyDue || values.topay.number.value() != 0;
     }
     return (anyDistributed || !anyDue) && !anyNegative;
 }

@@ -20,6 +20,9 @@ public:
     static const QString FIELD_TOPAY;
     static const QString FIELD_DISTRIBUTED;
 
+    /// One service per wrapped element, also for an empty one. Their values are read on the way.
+    static QList<SrService> read(const QVariantList &wrappedServices);
+
     qint64 id() const;
     void setId(qint64 id);
     QString name() const;
@@ -34,6 +37,12 @@ public:
     basix::FixNumber distributed() const;
     void setDistributed(const basix::FixNumber &distributed);
 
+    /// An amount as FixNumber::toString() writes it; the text is kept, tables and documents ask for
+    /// it again and again.
+    QString chargeText() const;
+    QString topayText() const;
+    QString distributedText() const;
+
     /// May these services be paid as distributed? Nothing may be negative, and something must be
     /// distributed if any of them has an amount due.
     static bool areReadyToPay(const QList<SrService> &services);
@@ -44,4 +53,28 @@ public:
     QVariantMap toParamMap() const;
     /// Billing's title of each field above by field name; empty where billing sent none.
     QMap<QString, QString> titles() const;
+
+private:
+    struct Amount
+    {
+        basix::FixNumber number;
+        QString text = QStringLiteral("0.00");
+
+        Amount() = default;
+        explicit Amount(const basix::FixNumber &amount) : number(amount), text(amount.toString()) {}
+    };
+    /// What the fields say, read once after each change of them.
+    struct Values
+    {
+        qint64 id = 0;
+        QString name;
+        Amount charge;
+        Amount topay;
+        Amount distributed;
+        quint64 stamp = 0;
+    };
+
+    const Values &values() const;
+
+    mutable Values m_values;
 };

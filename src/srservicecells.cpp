@@ -33,11 +33,11 @@ QVariant SrServiceCells::text(const SrService &service, int cell)
     case Name:
         return service.name();
     case Charge:
-        return service.charge().toString();
+        return service.chargeText();
     case ToPay:
-        return service.topay().toString();
+        return service.topayText();
     case Distributed:
-        return service.distributed().toString();
+        return service.distributedText();
     }
     return {};
 }

@@ -26,7 +26,7 @@ QVariantList SrPersonalAccount::toPayParamsList() const
 void SrPersonalAccount::parseCheckList(const QVariantList &list)
 {
     SrObject::parseCheckList(list);
-    m_services = SrParamList::records<SrService>(SrParamList::of(takeField(FIELD_SERVICES)));
+    m_services = SrService::read(SrParamList::of(takeField(FIELD_SERVICES)));
     m_counters = SrParamList::records<SrCounter>(SrParamList::of(takeField(FIELD_COUNTERS)));
 }
 
@@ -49,37 +49,42 @@ basix::FixNumber SrPersonalAccount::amount() const
     return total;
 }
 
-QStringList SrPersonalAccount::htmlHeader() const
+QString SrPersonalAccount::htmlHeader() const
 {
-    QStringList lines{SrHtml::documentStart(), SrHtml::payerName(fio()),
-                      SrHtml::heading(address())};
+    QString document;
+    document.reserve(SrHtml::usualHeaderLength);
+    document += SrHtml::documentStart();
+    SrHtml::appendLine(document, SrHtml::payerName(fio()));
+    SrHtml::appendLine(document, SrHtml::heading(address()));
     if (!m_period.isEmpty())
-        lines.append(SrHtml::heading(QStringLiteral("ПЕРИОД %1").arg(m_period)));
-    if (!accountNumber().isEmpty())
-        lines.append(SrHtml::heading(QStringLiteral("Лицевой счет № %1").arg(accountNumber())));
-    lines.append(SrHtml::totals(*this));
-    return lines;
+        SrHtml::appendLine(document, SrHtml::heading(QStringLiteral("ПЕРИОД ") + m_period));
+    if (!accountNumber().isEmpty()) {
+        SrHtml::appendLine(document,
+                           SrHtml::heading(QStringLiteral("Лицевой счет № ") + accountNumber()));
+    }
+    SrHtml::appendLine(document, SrHtml::totals(*this));
+    return document;
 }
 
 QString SrPersonalAccount::toHtml() const
 {
-    QStringList lines = htmlHeader();
-    lines.append(SrHtml::heading(QStringLiteral("Услуги")));
-    lines += SrHtml::servicesTable(m_services);
-    lines.append(SrHtml::documentEnd());
-    return lines.join(QLatin1Char('\n'));
+    QString document = htmlHeader();
+    SrHtml::appendLine(document, SrHtml::heading(QStringLiteral("Услуги")));
+    SrHtml::appendServices(document, m_services);
+    SrHtml::appendLine(document, SrHtml::documentEnd());
+    return document;
 }
 
 QString SrPersonalAccount::toSummaryHtml() const
 {
-    QStringList lines = htmlHeader();
-    lines.append(SrHtml::totalToPay(tr("ИТОГО К ОПЛАТЕ"), amount()));
-    lines.append(SrHtml::heading(QStringLiteral("Услуги")));
-    lines += SrHtml::servicesTable(m_services);
-    lines.append(SrHtml::heading(QStringLiteral("Показания счетчиков")));
-    lines += SrHtml::countersTable(m_counters);
-    lines.append(SrHtml::documentEnd());
-    return lines.join(QLatin1Char('\n'));
+    QString document = htmlHeader();
+    SrHtml::appendLine(document, SrHtml::totalToPay(tr("ИТОГО К ОПЛАТЕ"), amount()));
+    SrHtml::appendLine(document, SrHtml::heading(QStringLiteral("Услуги")));
+    SrHtml::appendServices(document, m_services);
+    SrHtml::appendLine(document, SrHtml::heading(QStringLiteral("Показания счетчиков")));
+    SrHtml::appendCounters(document, m_counters);
+    SrHtml::appendLine(document, SrHtml::documentEnd());
+    return document;
 }
 
 QSharedPointer<SRAccount> SrPersonalAccount::clone() const

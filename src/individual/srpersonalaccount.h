@@ -60,7 +60,7 @@ private:
     CheckOperation formatOperation(const QSharedPointer<Provider> &provider,
                                    const OnlineKkmInfo &kkm, CheckOperation &operation) const;
     QStringList printableLines() const;
-    QStringList htmlHeader() const;
+    QString htmlHeader() const;
 
     QList<SrService> m_services;
     QString m_period;

@@ -72,12 +72,14 @@ QVariant SRServicesModel::totalText(int column) const
 
 QVariant SRServicesModel::data(const QModelIndex &index, int role) const
 {
+    static const QVariant serviceColor = QColor(Qt::white);
+    static const QVariant totalColor = QColor(Qt::gray);
     if (!index.isValid() || index.row() > rowCount())
         return {};
     const bool isService = index.row() < m_services.size();
     switch (role) {
     case Qt::BackgroundRole:
-        return QColor(isService ? Qt::white : Qt::gray);
+        return isService ? serviceColor : totalColor;
     case Qt::DisplayRole:
         return isService ? SrServiceCells::text(m_services.at(index.row()), index.column())
                          : totalText(index.column());

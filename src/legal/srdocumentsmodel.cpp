@@ -33,6 +33,7 @@ void SRDocumentsModel::setDocuments(const QList<SrDocument> &documents,
 {
     beginResetModel();
     m_documents = documents;
+    m_changed.clear();
     m_rows.clear();
     m_standings.clear();
     m_standings.resize(documents.size());
@@ -60,9 +61,15 @@ QList<SrDocument> SRDocumentsModel::documents() const
     QList<SrDocument> ticked;
     for (const QPair<int, int> &row : m_rows) {
         if (row.second == tickedDocument)
-            ticked.append(m_documents.at(row.first));
+            ticked.append(document(row.first));
     }
     return ticked;
+}
+
+const SrDocument &SRDocumentsModel::document(int index) const
+{
+    const auto changed = m_changed.constFind(index);
+    return changed == m_changed.constEnd() ? m_documents.at(index) : *changed;
 }
 
 bool SRDocumentsModel::isReady() const
@@ -87,23 +94,25 @@ void SRDocumentsModel::countIn(const Standing &standing, int sign)
     m_tickedUnreadyCount += standing.ticked && !standing.ready ? sign : 0;
 }
 
-void SRDocumentsModel::updateStanding(int document, bool ticked)
+void SRDocumentsModel::updateStanding(int index, bool ticked)
 {
-    Standing &standing = m_standings[document];
+    Standing &standing = m_standings[index];
     countIn(standing, -1);
-    const SrDocument &record = m_documents.at(document);
+    const SrDocument &record = document(index);
     standing = {record.amount(), record.isReady(), ticked};
     countIn(standing, +1);
 }
 
 void SRDocumentsModel::redistribute(int row)
 {
-    SrDocument &document = m_documents[m_rows.at(row).first];
+    const int index = m_rows.at(row).first;
+    SrDocument changed = document(index);
     if (isTicked(row))
-        document.calcByDebt();
+        changed.calcByDebt();
     else
-        document.cleanDebt();
-    updateStanding(m_rows.at(row).first, isTicked(row));
+        changed.cleanDebt();
+    m_changed.insert(index, changed);
+    updateStanding(index, isTicked(row));
 }
 
 void SRDocumentsModel::calcByDebt()
@@ -117,9 +126,9 @@ void SRDocumentsModel::calcByDebt()
     emit valueChanged();
 }
 
-QVariant SRDocumentsModel::documentText(int document, int column) const
+QVariant SRDocumentsModel::documentText(int index, int column) const
 {
-    const SrDocument &record = m_documents.at(document);
+    const SrDocument &record = document(index);
     switch (column) {
     case NumberColumn:
         return record.docNumber();
@@ -130,22 +139,22 @@ QVariant SRDocumentsModel::documentText(int document, int column) const
     case ToPayColumn:
         return record.topay().toString();
     case DistributedColumn:
-        return m_standings.at(document).amount.toString();
+        return m_standings.at(index).amount.toString();
     }
     return {};
 }
 
 QVariant SRDocumentsModel::serviceText(const QPair<int, int> &row, int column) const
 {
-    const SrDocument &document = m_documents.at(row.first);
+    const SrDocument &record = document(row.first);
     if (column == NumberColumn)
-        return document.docNumber();
-    return SrServiceCells::text(document.services().at(row.second), serviceCell(column));
+        return record.docNumber();
+    return SrServiceCells::text(record.services().at(row.second), serviceCell(column));
 }
 
 QVariant SRDocumentsModel::serviceValue(const QPair<int, int> &row, int column) const
 {
-    return SrServiceCells::value(m_documents.at(row.first).services().at(row.second),
+    return SrServiceCells::value(document(row.first).services().at(row.second),
                                  serviceCell(column));
 }
 
@@ -166,6 +175,9 @@ QVariant SRDocumentsModel::totalText(int column) const
 
 QVariant SRDocumentsModel::data(const QModelIndex &index, int role) const
 {
+    static const QVariant serviceColor = QColor(Qt::white);
+    static const QVariant documentColor = QColor(Qt::gray);
+    static const QVariant totalColor = QColor(Qt::darkGray);
     if (!index.isValid() || index.row() > rowCount())
         return {};
     const bool isTotal = index.row() >= m_rows.size();
@@ -180,7 +192,7 @@ QVariant SRDocumentsModel::data(const QModelIndex &index, int role) const
         return isTotal || isDocument ? QVariant()
                                      : serviceValue(m_rows.at(index.row()), index.column());
     case Qt::BackgroundRole:
-        return QColor(isTotal ? Qt::darkGray : isDocument ? Qt::gray : Qt::white);
+        return isTotal ? totalColor : isDocument ? documentColor : serviceColor;
     case Qt::CheckStateRole:
         if (!isDocument || index.column() != NumberColumn)
             return {};
@@ -221,11 +233,12 @@ bool SRDocumentsModel::setData(const QModelIndex &index, const QVariant &value, 
 
 bool SRDocumentsModel::editService(const QPair<int, int> &row, int column, const QVariant &value)
 {
-    SrDocument &document = m_documents[row.first];
-    QList<SrService> services = document.services();
+    SrDocument changed = document(row.first);
+    QList<SrService> services = changed.services();
     if (!SrServiceCells::edit(services[row.second], serviceCell(column), value))
         return false;
-    document.setServices(services);
+    changed.setServices(services);
+    m_changed.insert(row.first, changed);
     updateStanding(row.first, m_standings.at(row.first).ticked);
     emit valueChanged();
     return true;

@@ -5,6 +5,7 @@
 #include <basixcore/fixnumber.h>
 
 #include <QAbstractTableModel>
+#include <QHash>
 #include <QList>
 #include <QMap>
 #include <QPair>
@@ -71,18 +72,22 @@ private:
         bool ticked = false;
     };
 
+    const SrDocument &document(int index) const;
     bool isDocumentRow(int row) const;
     bool isTicked(int row) const;
     void redistribute(int row);
-    void updateStanding(int document, bool ticked);
+    void updateStanding(int index, bool ticked);
     void countIn(const Standing &standing, int sign);
     bool editService(const QPair<int, int> &row, int column, const QVariant &value);
-    QVariant documentText(int document, int column) const;
+    QVariant documentText(int index, int column) const;
     QVariant serviceText(const QPair<int, int> &row, int column) const;
     QVariant serviceValue(const QPair<int, int> &row, int column) const;
     QVariant totalText(int column) const;
 
-    QList<SrDocument> m_documents;
+    QList<SrDocument> m_documents; ///< as received, shared with the account they came from
+    /// The documents that were changed since then, by index: a tick must not copy a list of
+    /// thousands to change one of them.
+    QHash<int, SrDocument> m_changed;
     QMap<QString, QString> m_titles;
     basix::FixNumber m_accountCharge;
     basix::FixNumber m_accountDebt;

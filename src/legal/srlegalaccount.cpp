@@ -23,15 +23,8 @@ QVariantList documentList(const QVariantMap &descriptor)
 
 QString totalsWithTax(const SRAccount &account)
 {
-    return QStringLiteral(
-               R"(<table width="90%" align="center"><tbody><tr><td align="left">%1: %2</td>)"
-               R"(<td align="center">%3: %4 (в т. ч. НДС: %7)</td>)"
-               R"(<td align="right">%5: %6</td></tr></tbody></table>)")
-        .arg(SrHtml::escaped(account.getTitle(SRAccount::FIELD_CHARGE)),
-             account.charge().toString(), SrHtml::escaped(account.getTitle(SRAccount::FIELD_DEBT)),
-             account.debt().toString(),
-             SrHtml::escaped(account.getTitle(SRAccount::FIELD_REMAINDER)),
-             account.remainder().toString(), account.tax().toString());
+    return SrHtml::totals(
+        account, QStringLiteral(" (в т. ч. НДС: ") + account.tax().toString() + QLatin1Char(')'));
 }
 
 } // namespace
@@ -77,39 +70,47 @@ basix::FixNumber SrLegalAccount::amount() const
     return total;
 }
 
-QStringList SrLegalAccount::htmlHeader() const
+QString SrLegalAccount::htmlHeader() const
 {
-    QStringList lines{SrHtml::documentStart(), SrHtml::payerName(fio()),
-                      SrHtml::heading(address())};
+    QString document;
+    document.reserve(SrHtml::usualHeaderLength);
+    document += SrHtml::documentStart();
+    SrHtml::appendLine(document, SrHtml::payerName(fio()));
+    SrHtml::appendLine(document, SrHtml::heading(address()));
     if (!inn().isEmpty())
-        lines.append(SrHtml::heading(QStringLiteral("ИНН № %1").arg(inn())));
+        SrHtml::appendLine(document, SrHtml::heading(QStringLiteral("ИНН № ") + inn()));
     // Deliberate pairing: a legal entity's account number is its contract, the contract member its
     // personal account.
-    if (!m_contract.isEmpty())
-        lines.append(SrHtml::heading(QStringLiteral("Лицевой счет № %1").arg(m_contract)));
-    if (!accountNumber().isEmpty())
-        lines.append(SrHtml::heading(QStringLiteral("Договор № %1").arg(accountNumber())));
-    lines.append(totalsWithTax(*this));
-    return lines;
+    if (!m_contract.isEmpty()) {
+        SrHtml::appendLine(document,
+                           SrHtml::heading(QStringLiteral("Лицевой счет № ") + m_contract));
+    }
+    if (!accountNumber().isEmpty()) {
+        SrHtml::appendLine(document,
+                           SrHtml::heading(QStringLiteral("Договор № ") + accountNumber()));
+    }
+    SrHtml::appendLine(document, totalsWithTax(*this));
+    return document;
 }
 
 QString SrLegalAccount::toHtml() const
 {
-    QStringList lines = htmlHeader();
+    QString text = htmlHeader();
     for (const SrDocument &document : m_documents)
-        lines.append(document.toHtml());
-    lines.append(SrHtml::documentEnd());
-    return lines.join(QLatin1Char('\n'));
+        document.appendHtml(text);
+    SrHtml::appendLine(text, SrHtml::documentEnd());
+    return text;
 }
 
 QString SrLegalAccount::toSummaryHtml() const
 {
-    QStringList lines = htmlHeader();
-    lines.append(SrHtml::totalToPay(tr("ИТОГО К ОПЛАТЕ"), amount()));
+    QString text = htmlHeader();
+    SrHtml::appendLine(text, SrHtml::totalToPay(tr("ИТОГО К ОПЛАТЕ"), amount()));
+    // A document looks the same before and after the distribution.
     for (const SrDocument &document : m_documents)
-        lines.append(document.toSummaryHtml());
-    lines.append(SrHtml::documentEnd());
-    return lines.join(QLatin1Char('\n'));
+        document.appendHtml(text);
+    SrHtml::appendLine(text, SrHtml::documentEnd());
+    return text;
 }
 
 QSharedPointer<SRAccount> SrLegalAccount::clone() const

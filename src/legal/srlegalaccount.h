@@ -61,7 +61,7 @@ private:
     CheckOperation formatOperation(const QSharedPointer<Provider> &provider,
                                    const OnlineKkmInfo &kkm, CheckOperation &operation) const;
     QStringList printableLines() const;
-    QStringList htmlHeader() const;
+    QString htmlHeader() const;
 
     QString m_contract;
     QList<SrDocument> m_documents;

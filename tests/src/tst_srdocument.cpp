@@ -6,6 +6,7 @@
 #include <molvacore/providerparameter.h>
 
 #include <QJsonDocument>
+#include <QLoggingCategory>
 #include <QTest>
 
 using namespace BillingSamples;
@@ -20,6 +21,7 @@ private slots:
     void laterOfTwoDebtsWins();
     void parsesServicesInOrder();
     void parsingIsLogged();
+    void nothingIsLoggedForAHostThatTakesNoLines();
     void parsesOddServices_data();
     void parsesOddServices();
     void parsingAgainReplacesTheServices();
@@ -166,7 +168,24 @@ void TestSrDocument::parsingIsLogged()
         QCOMPARE(line.type, QtWarningMsg);
         QVERIFY(line.function.contains(QLatin1String("parseCheckList")));
     }
-    QVERIFY(log.messages().constFirst().text.contains(QStringLiteral("А-17")));
+    const auto text = [&log](int line) { return log.messages().at(line).text; };
+    QVERIFY(text(0).contains(QStringLiteral("А-17")));
+    QVERIFY(text(0).contains(text(2)));
+    QVERIFY(text(0).contains(text(3)));
+    QCOMPARE(text(1), QStringLiteral("[%1,%2]").arg(text(2), text(3)));
+    QVERIFY(text(2) != text(3));
+    QVERIFY(text(2).contains(QStringLiteral("\"topay\"")));
+}
+
+void TestSrDocument::nothingIsLoggedForAHostThatTakesNoLines()
+{
+    MessageLog log;
+    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
+    const SrDocument document =
+        documentWith({service(1, QStringLiteral("1"), QStringLiteral("1"))});
+    QLoggingCategory::setFilterRules(QString());
+    QCOMPARE(log.messages().size(), 0);
+    QCOMPARE(document.services().size(), 1);
 }
 
 void TestSrDocument::parsesOddServices_data()

@@ -4,6 +4,24 @@
 
 #include <QTest>
 
+namespace {
+
+QStringList servicesTable(const QList<SrService> &services)
+{
+    QString document = QStringLiteral("above");
+    SrHtml::appendServices(document, services);
+    return document.split(QLatin1Char('\n')).mid(1);
+}
+
+QStringList countersTable(const QList<SrCounter> &counters)
+{
+    QString document = QStringLiteral("above");
+    SrHtml::appendCounters(document, counters);
+    return document.split(QLatin1Char('\n')).mid(1);
+}
+
+} // namespace
+
 class TestSrHtml : public QObject
 {
     Q_OBJECT
@@ -17,6 +35,7 @@ private slots:
     void headerCellsComeFromTheFirstService();
     void missingTitles();
     void counterRowsAreIntegers();
+    void linesStandOneBelowTheOther();
 };
 
 void TestSrHtml::escaped_data()
@@ -56,7 +75,7 @@ void TestSrHtml::namesStayNames()
     SrService service;
     service.parseCheckList(BillingSamples::service(1, name, QStringLiteral("1"),
                                                    QStringLiteral("2"), QStringLiteral("3")));
-    QCOMPARE(SrHtml::servicesTable({service}).at(2),
+    QCOMPARE(servicesTable({service}).at(2),
              QStringLiteral("<tr><td align=\"left\">") + shown
                  + QStringLiteral("</td><td align=\"right\">1.00</td><td align=\"right\">2.00</td>"
                                   "<td align=\"right\">3.00</td></tr>"));
@@ -70,8 +89,8 @@ void TestSrHtml::namesStayNames()
 
 void TestSrHtml::noTableForNoRecords()
 {
-    QCOMPARE(SrHtml::servicesTable({}), QStringList());
-    QCOMPARE(SrHtml::countersTable({}), QStringList());
+    QCOMPARE(servicesTable({}), QStringList());
+    QCOMPARE(countersTable({}), QStringList());
 }
 
 void TestSrHtml::headerCellsComeFromTheFirstService()
@@ -83,7 +102,7 @@ void TestSrHtml::headerCellsComeFromTheFirstService()
     second.parseCheckList(
         {BillingSamples::field(SrService::FIELD_NAME, QStringLiteral("b"),
                                BillingSamples::Edit::Allowed, QStringLiteral("Иное"))});
-    const QStringList lines = SrHtml::servicesTable({first, second});
+    const QStringList lines = servicesTable({first, second});
     QCOMPARE(lines.size(), 5);
     QCOMPARE(lines.first(),
              QStringLiteral("<table width=\"90%\" border=1 align=\"center\"><tbody>"));
@@ -98,7 +117,7 @@ void TestSrHtml::headerCellsComeFromTheFirstService()
 void TestSrHtml::missingTitles()
 {
     QCOMPARE(
-        SrHtml::servicesTable({SrService()}).at(1),
+        servicesTable({SrService()}).at(1),
         QStringLiteral(
             "<tr><th align=\"center\"></th><th align=\"center\"></th><th align=\"center\"></th>"
             "<th align=\"center\"></th></tr>"));
@@ -111,9 +130,20 @@ void TestSrHtml::counterRowsAreIntegers()
     SrCounter counter;
     counter.parseCheckList(BillingSamples::counter(
         1, QStringLiteral("ХВС"), QStringLiteral("1200000"), QStringLiteral("-5")));
-    QCOMPARE(SrHtml::countersTable({counter}).at(2),
+    QCOMPARE(countersTable({counter}).at(2),
              QStringLiteral("<tr><td align=\"left\">ХВС</td><td align=\"right\">1200000</td>"
                             "<td align=\"right\">-5</td></tr>"));
+}
+
+void TestSrHtml::linesStandOneBelowTheOther()
+{
+    QString document;
+    SrHtml::appendLine(document, QStringLiteral("a"));
+    SrHtml::appendLine(document, QStringLiteral("b"));
+    QCOMPARE(document, QStringLiteral("a\nb"));
+    QString table;
+    SrHtml::appendServices(table, {SrService()});
+    QVERIFY(table.startsWith(QStringLiteral("<table ")));
 }
 
 QTEST_GUILESS_MAIN(TestSrHtml)

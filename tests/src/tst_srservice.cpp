@@ -21,6 +21,9 @@ private slots:
     void titles();
     void titlesOfEmptyRecord();
     void changedCopyLeavesTheOriginal();
+    void valuesFollowEveryChange();
+    void valuesFollowAMove();
+    void amountTexts();
 };
 
 static SrService sample()
@@ -153,6 +156,59 @@ void TestSrService::changedCopyLeavesTheOriginal()
     copy.setDistributed(basix::FixNumber(100, 1));
     QVERIFY(copy != original);
     QCOMPARE(original.distributed().value(), qint64(0));
+}
+
+/// Values are kept once they were read; whatever changes the record must make them read anew.
+void TestSrService::valuesFollowEveryChange()
+{
+    SrService service = sample();
+    QCOMPARE(service.topay().toString(), QStringLiteral("20.50"));
+
+    service.setValue(SrService::FIELD_DISTRIBUTED, QStringLiteral("3"));
+    QCOMPARE(service.distributed().toString(), QStringLiteral("3.00"));
+
+    SrObject &record = service;
+    record.setParams({{SrService::FIELD_NAME, field(SrService::FIELD_NAME, QStringLiteral("a"))}});
+    QCOMPARE(service.name(), QStringLiteral("a"));
+    QCOMPARE(service.topay().value(), qint64(0));
+
+    record.parseCheckList(BillingSamples::service(7, QStringLiteral("b"), QStringLiteral("1"),
+                                                  QStringLiteral("2"), QStringLiteral("3")));
+    QCOMPARE(service.name(), QStringLiteral("b"));
+    QCOMPARE(service.id(), qint64(7));
+
+    const SrService other = sample();
+    QCOMPARE(other.name(), QStringLiteral("Вода"));
+    record = other;
+    QCOMPARE(service.name(), QStringLiteral("Вода"));
+    QCOMPARE(service, other);
+}
+
+void TestSrService::valuesFollowAMove()
+{
+    SrService from = sample();
+    SrService to;
+    QCOMPARE(from.name(), QStringLiteral("Вода"));
+    QCOMPARE(to.name(), QString());
+    to = std::move(from);
+    QCOMPARE(to.name(), QStringLiteral("Вода"));
+
+    SrService built(std::move(to));
+    QCOMPARE(built.name(), QStringLiteral("Вода"));
+    to = SrService();
+    QCOMPARE(to.name(), QString());
+    QCOMPARE(to, SrService());
+    QVERIFY(to != built);
+}
+
+void TestSrService::amountTexts()
+{
+    SrService service = sample();
+    QCOMPARE(service.chargeText(), QStringLiteral("10.00"));
+    QCOMPARE(service.topayText(), QStringLiteral("20.50"));
+    service.setDistributed(basix::FixNumber(100, -5));
+    QCOMPARE(service.distributedText(), QStringLiteral("-0.05"));
+    QCOMPARE(SrService().chargeText(), QStringLiteral("0.00"));
 }
 
 QTEST_GUILESS_MAIN(TestSrService)

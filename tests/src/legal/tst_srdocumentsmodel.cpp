@@ -177,6 +177,7 @@ private slots:
 
 private:
     std::unique_ptr<MessageLog> m_log;
+    void ticksLeaveTheDocumentsHandedOverAlone();
 };
 
 void TestSRDocumentsModel::init()
@@ -786,6 +787,22 @@ void TestSRDocumentsModel::runningTotalsAfterRandomOperations()
         }
     }
     QVERIFY(readySeen > 30 && readySeen < 700);
+}
+
+void TestSRDocumentsModel::ticksLeaveTheDocumentsHandedOverAlone()
+{
+    const QList<SrDocument> handedOver = twoDocuments();
+    SRDocumentsModel model;
+    model.setDocuments(handedOver, money("1.00"), money("2.00"));
+    model.setData(model.index(Second, 0), Qt::Checked, Qt::CheckStateRole);
+    QCOMPARE(model.documents().constFirst().amount().toString(), latin("8.00"));
+    QCOMPARE(handedOver, twoDocuments());
+
+    // What was ticked belongs to the documents shown before.
+    model.setDocuments(handedOver, money("1.00"), money("2.00"));
+    QCOMPARE(model.documents(), QList<SrDocument>());
+    QCOMPARE(model.index(SecondPenalty, SRDocumentsModel::DistributedColumn).data().toString(),
+             latin("0.25"));
 }
 
 QTEST_GUILESS_MAIN(TestSRDocumentsModel)

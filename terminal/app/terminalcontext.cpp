@@ -127,7 +127,8 @@ bool TerminalContext::openStores(QString *error)
 bool TerminalContext::readHostData(QString *error)
 {
     DbConnector::setDatabaseFile(fileIn(m_dataFolder, "host.sqlite"));
-    DbConnector db;
+    m_hostDatabase = std::make_unique<DbConnector>();
+    DbConnector &db = *m_hostDatabase;
     if (!db.isOpen()) {
         *error = db.lastError();
         return false;

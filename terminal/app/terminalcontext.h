@@ -24,6 +24,8 @@
 
 #include <memory>
 
+class DbConnector;
+
 /// One cashier's workstation: its databases, bus, register, payments and plugin, put together and
 /// taken apart in order.
 ///
@@ -83,6 +85,9 @@ private:
     // Declared in the order of dependence: what stands below uses what stands above and goes first.
     QString m_dataFolder;
     QLockFile m_lock;
+    /// Keeps the host's database open: profiles and settings are read from it for every payment,
+    /// and opening it anew takes longer than everything that is read.
+    std::unique_ptr<DbConnector> m_hostDatabase;
     BoxInfo m_box;
     QString m_cashier;
     QVector<Provider> m_providers;

@@ -58,6 +58,9 @@ public slots:
     void sendMessage(const QString &destination, const QVariant &data) override;
 
 private:
+    /// From the event loop, at once or after `milliseconds`; calls without a delay keep their
+    /// order.
+    void later(int milliseconds, std::function<void()> call);
     void arrive(const QString &destination, const QVariant &data, const QByteArray &body);
     void answer(const Answer &answer);
 

@@ -94,7 +94,8 @@ BillsPage::BillsPage(BillingDatabase &billing, QWidget *parent)
     fillAccounts();
     makeLayout();
     connectInputs();
-    chooseAccount();
+    // The bill itself is made when the page is shown: few who open the workstation look at it.
+    fillDocuments();
 }
 
 BillsPage::~BillsPage() = default;
@@ -181,6 +182,12 @@ void BillsPage::showEvent(QShowEvent *event)
 
 void BillsPage::chooseAccount()
 {
+    fillDocuments();
+    refresh();
+}
+
+void BillsPage::fillDocuments()
+{
     const bool legal = payer() == SampleAccount::Payer::Legal;
     m_document->setVisible(legal);
     m_documentLabel->setVisible(legal);
@@ -197,7 +204,6 @@ void BillsPage::chooseAccount()
         if (sample >= 0)
             m_document->setCurrentIndex(sample);
     }
-    refresh();
 }
 
 std::optional<Bill> BillsPage::chosenBill(QString *reason)

@@ -46,6 +46,7 @@ private:
     void makeLayout();
     void connectInputs();
     void chooseAccount();
+    void fillDocuments();
     void refresh();
     void showNothing(const QString &reason);
     void save();

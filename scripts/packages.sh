@@ -10,6 +10,8 @@ SELMAR_BUILD_PACKAGES=(
 # Some start a message broker of their own, with certificates of their own making.
 # Power cuts are played with what the database engine writes.
 SELMAR_TEST_PACKAGES=(poppler-utils librapidcheck-dev dpkg-dev rabbitmq-server openssl libsqlite3-dev)
+# The benchmark and its growth curves, only for scripts/bench.sh.
+SELMAR_BENCH_PACKAGES=(libbenchmark-dev libqt5charts5-dev)
 # The fuzzing engine, only for scripts/fuzz.sh.
 SELMAR_FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 

@@ -1,0 +1,89 @@
+#include "benchrows.h"
+#include "benchrun.h"
+#include "growthchart.h"
+#include "offscreen.h"
+#include "ratiotable.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+enum ExitCode { Ok = 0, NotWritten = 2 };
+
+constexpr int repetitions = 3;
+
+/// The rows whose work has a size, each from one element upwards.
+QVector<BenchRow> growingRows(const QString &prefix, int largest)
+{
+    QVector<BenchRow> growing;
+    const QVector<BenchRow> rows = allBenchRows();
+    for (BenchRow row : rows) {
+        if (row.sizes.size() < 2 || row.unit != BenchRow::Unit::CpuTime
+            || !row.id.startsWith(prefix))
+            continue;
+        const int last = std::min(largest, std::max(100000, row.sizes.last()));
+        row.sizes.clear();
+        for (int size = 1; size <= last; size *= 10)
+            row.sizes.append(size);
+        growing.append(row);
+    }
+    return growing;
+}
+
+GrowthChart chartOf(const BenchRow &row, const RatioTable &table)
+{
+    constexpr double nanosecondsPerMicrosecond = 1000;
+    GrowthChart chart;
+    chart.title = row.subject;
+    chart.sizeText = row.sizeText;
+    chart.floorText = QStringLiteral("основа: ") + row.floorText;
+    const QVector<RatioTable::Line> lines = table.lines();
+    for (const RatioTable::Line &line : lines) {
+        if (line.row->id != row.id || !line.isComplete())
+            continue;
+        chart.measured.append({double(line.size), line.measured / nanosecondsPerMicrosecond});
+        chart.floor.append({double(line.size), line.bare / nanosecondsPerMicrosecond});
+    }
+    return chart;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const Offscreen application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Рисует, как время растёт с размером: от одного элемента до ста тысяч."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("папка"),
+                                 QStringLiteral("Куда положить картинки."));
+    parser.addOptions(
+        {{QStringLiteral("rows"), QStringLiteral("Только строки с таким началом имени."),
+          QStringLiteral("имя")},
+         {QStringLiteral("largest"), QStringLiteral("Без размеров больше этого."),
+          QStringLiteral("число"), QStringLiteral("1000000")}});
+    parser.process(*qApp);
+    if (parser.positionalArguments().size() != 1)
+        parser.showHelp(NotWritten);
+    const QDir folder(parser.positionalArguments().constFirst());
+    folder.mkpath(QStringLiteral("."));
+
+    const QVector<BenchRow> rows = growingRows(parser.value(QStringLiteral("rows")),
+                                               parser.value(QStringLiteral("largest")).toInt());
+    RatioTable table(rows);
+    BenchRun{repetitions, false}.run(rows, table);
+    for (const BenchRow &row : rows) {
+        const QString file = folder.filePath(row.id + QStringLiteral(".png"));
+        const GrowthChart chart = chartOf(row, table);
+        if (chart.measured.isEmpty() || !chart.draw().save(file)) {
+            std::fprintf(stderr, "%s\n", qUtf8Printable(file));
+            return NotWritten;
+        }
+    }
+    return Ok;
+}

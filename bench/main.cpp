@@ -1,0 +1,76 @@
+#include "benchrows.h"
+#include "benchrun.h"
+#include "offscreen.h"
+#include "ratiotable.h"
+
+#include <QCommandLineParser>
+#include <QFile>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+enum ExitCode { Ok = 0, RowMissing = 1, NotWritten = 2 };
+
+void addOptions(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(
+        QStringLiteral("Измеряет каждую строку таблицы рядом с её основой в одном прогоне."));
+    parser.addHelpOption();
+    parser.addOptions({
+        {QStringLiteral("json"), QStringLiteral("Записать отношения в файл."),
+         QStringLiteral("файл")},
+        {QStringLiteral("rows"), QStringLiteral("Только строки, чьё имя начинается так."),
+         QStringLiteral("имя")},
+        {QStringLiteral("largest"), QStringLiteral("Без размеров больше этого."),
+         QStringLiteral("число"), QStringLiteral("1000000")},
+        {QStringLiteral("repetitions"), QStringLiteral("Сколько раз; считается лучшее время."),
+         QStringLiteral("число"), QStringLiteral("7")},
+        {QStringLiteral("smoke"),
+         QStringLiteral("Один проход наименьших размеров: все ли строки на месте.")},
+    });
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const Offscreen application(argc, argv);
+
+    QCommandLineParser parser;
+    addOptions(parser);
+    parser.process(*qApp);
+    const bool smoke = parser.isSet(QStringLiteral("smoke"));
+    const int repetitions = qMax(1, parser.value(QStringLiteral("repetitions")).toInt());
+
+    QVector<BenchRow> rows;
+    const QVector<BenchRow> all = allBenchRows();
+    for (BenchRow row : all) {
+        if (!row.id.startsWith(parser.value(QStringLiteral("rows"))))
+            continue;
+        const int largest = parser.value(QStringLiteral("largest")).toInt();
+        row.sizes.erase(std::remove_if(row.sizes.begin(), row.sizes.end(),
+                                       [largest](int size) { return size > largest; }),
+                        row.sizes.end());
+        if (smoke)
+            row.sizes.resize(1);
+        rows.append(row);
+    }
+    RatioTable table(rows);
+    BenchRun{repetitions, smoke}.run(rows, table);
+    std::fputs(qUtf8Printable(table.toText()), stdout);
+    const QString json = parser.value(QStringLiteral("json"));
+    if (!json.isEmpty()) {
+        QFile file(json);
+        if (!file.open(QIODevice::WriteOnly) || file.write(table.toJson()) < 0) {
+            std::fprintf(stderr, "%s: %s\n", qUtf8Printable(json),
+                         qUtf8Printable(file.errorString()));
+            return NotWritten;
+        }
+    }
+    const QStringList missing = table.missing();
+    for (const QString &line : missing)
+        std::fprintf(stderr, "Не измерено: %s\n", qUtf8Printable(line));
+    return missing.isEmpty() ? Ok : RowMissing;
+}

@@ -1,0 +1,75 @@
+#include "journalfile.h"
+
+#include <payments/paymentrows.h>
+#include <payments/paymentsstore.h>
+
+#include <basixcore/sqlitedatabase.h>
+
+#include <QDateTime>
+#include <QFile>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+
+namespace {
+
+constexpr int accounts = 100;
+constexpr int secondsBetween = 200;
+/// What a small pack takes.
+constexpr int bodyLength = 1500;
+
+void fill(const QString &file, int payments)
+{
+    basix::SqliteDatabase database;
+    if (!database.open(file, PaymentRows::schema()))
+        qFatal("%s", qPrintable(database.lastError()));
+    QSqlQuery query(database.connection());
+    const QString numbers =
+        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 "
+                       "FROM n WHERE i < %1) ")
+            .arg(payments);
+    const QString rows =
+        QStringLiteral(
+            "INSERT INTO packs (pack_id, state, created, provider_id, provider_name, account, sum, "
+            "cash, card, fiscal_storage, fiscal_document, fiscal_sign, saved, body) "
+            "SELECT 730000000 + i, i % 4, strftime('%Y-%m-%dT%H:%M:%fZ', 1700000000 + i * %1, "
+            "'unixepoch'), 18722 + i % 2, 'Селмар Ривенхолд', printf('%07d', 4455000 + i * 37 % "
+            "%2), "
+            "100 + i * 7919 % 500000, 100 + i * 7919 % 500000, 0, '9280440300000001', i, 1000000 + "
+            "i, "
+            "'2026-11-21T10:00:00.000Z', printf('%.%3c', '0') FROM n")
+            .replace(QLatin1String("%1"), QString::number(secondsBetween))
+            .replace(QLatin1String("%2"), QString::number(accounts))
+            .replace(QLatin1String("%3"), QString::number(bodyLength));
+    if (!query.exec(numbers + rows) || !query.exec(QStringLiteral("PRAGMA wal_checkpoint")))
+        qFatal("a journal was not filled");
+}
+
+} // namespace
+
+QString JournalFile::searchedAccount()
+{
+    return QStringLiteral("4455037");
+}
+
+QString JournalFile::of(int payments)
+{
+    static const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("journal-%1.sqlite").arg(payments));
+    if (!QFile::exists(file))
+        fill(file, payments);
+    return file;
+}
+
+JournalFile::Connection::Connection(int payments)
+    : m_database(std::make_unique<basix::SqliteDatabase>())
+{
+    if (!m_database->open(of(payments), PaymentRows::schema()))
+        qFatal("%s", qPrintable(m_database->lastError()));
+}
+
+JournalFile::Connection::~Connection() = default;
+
+QSqlDatabase JournalFile::Connection::connection() const
+{
+    return m_database->connection();
+}

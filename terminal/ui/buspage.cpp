@@ -16,6 +16,7 @@
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -170,7 +171,8 @@ void BusPage::connectAll()
     connect(m_saveAll, &QPushButton::clicked, this, &BusPage::saveAll);
     connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &BusPage::showChosen);
-    // Whoever looks at an older message is not torn away from it.
+    // Whoever looks at an older message is not torn away from it; see eventFilter() for the keys.
+    m_table->installEventFilter(this);
     connect(m_table, &QTableView::clicked, this, [this](const QModelIndex &index) {
         if (index.row() + 1 < m_filter->rowCount())
             m_follow->setChecked(false);
@@ -192,6 +194,16 @@ void BusPage::connectAll()
     copy->setShortcutContext(Qt::WidgetShortcut);
     m_table->addAction(copy);
     connect(copy, &QAction::triggered, this, &BusPage::copyChosen);
+}
+
+bool BusPage::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_table && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Up || key == Qt::Key_PageUp || key == Qt::Key_Home)
+            m_follow->setChecked(false);
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void BusPage::applyFilter()

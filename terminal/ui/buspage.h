@@ -33,6 +33,9 @@ public:
     /// Replaces the file dialog.
     void setAskFile(AskFile askFile) { m_askFile = std::move(askFile); }
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void makeLayout();
     QWidget *makeDetails();

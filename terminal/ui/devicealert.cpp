@@ -42,7 +42,7 @@ void DeviceAlert::follow()
     // The register's own state stands in the status bar at all times.
     for (const Device device : {Device::Card, Device::Billing}) {
         if (m_control.isFaulty(device))
-            texts.append(QStringLiteral("%1: %2").arg(DeviceStates::title(device),
+            texts.append(QStringLiteral("%1: %2").arg(DeviceStates::word(device),
                                                       m_control.stateTitle(device)));
     }
     setText(texts.join(QStringLiteral(" · ")));

@@ -152,6 +152,8 @@ private slots:
         QTRY_COMPARE(context->payments().record(pack.id())->state, PackState::Posted);
         QCOMPARE(arrived, 1);
         QCOMPARE(context->billing().packCount(), 0);
+        QVERIFY(context->busJournal().size() > 0);
+        QVERIFY(!context->devices().controls(Device::Billing));
         // Billing elsewhere cannot be asked, and has not said that it lacks the pack.
         const auto report = context->reconciler().reconcile(PaymentReconciler::Scope::Open);
         QCOMPARE(report.cases.size(), 1);
@@ -176,6 +178,11 @@ private slots:
         QTRY_COMPARE(stateOf(), PackState::Acknowledged);
         QVERIFY(context->billing().hasPack(QString::number(id)));
         QCOMPARE(context->billing().packCount(), 1);
+        // The bus journal has what was sent before anybody could ask to see it.
+        const BusJournal &journal = context->busJournal();
+        QCOMPARE(journal.size(), 2);
+        QCOMPARE(journal.at(0).message.address, PaysController::PACK_DESTINATION);
+        QCOMPARE(journal.at(1).partner, journal.at(0).number);
     }
 
     void databasesAreReadableByTheirOwnerOnly()

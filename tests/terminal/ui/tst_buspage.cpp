@@ -122,6 +122,20 @@ private slots:
         QCOMPARE(currentRow(), 3);
     }
 
+    void messageChosenByKeysStaysChosen()
+    {
+        exchange(QStringLiteral("1"));
+        QTRY_COMPARE(currentRow(), 1);
+        table()->setFocus();
+        QTest::keyClick(table(), Qt::Key_Up);
+        QCOMPARE(currentRow(), 0);
+        exchange(QStringLiteral("2"));
+        QTRY_VERIFY(shown().contains(QStringLiteral("Ответ — № 2")));
+        QTRY_COMPARE(table()->model()->rowCount(), 4);
+        QCOMPARE(currentRow(), 0);
+        QVERIFY(!child<QCheckBox>("cbBusFollow")->isChecked());
+    }
+
     void chosenRequestShowsTheAnswerThatCameLater()
     {
         m_bus->setDelay(1);

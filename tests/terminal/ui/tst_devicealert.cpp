@@ -43,10 +43,10 @@ private slots:
         DeviceControl &control = m_context->devices();
         QVERIFY(control.setState(Device::Card, QStringLiteral("decline-51")));
         QVERIFY(m_alert->isVisible());
-        QCOMPARE(m_alert->text(), QStringLiteral("Карточный терминал: Недостаточно средств"));
+        QCOMPARE(m_alert->text(), QStringLiteral("карта: Недостаточно средств"));
         QVERIFY(control.setState(Device::Billing, QStringLiteral("silence")));
         QCOMPARE(m_alert->text(),
-                 QStringLiteral("Карточный терминал: Недостаточно средств · Биллинг: Не отвечает"));
+                 QStringLiteral("карта: Недостаточно средств · биллинг: Не отвечает"));
         QVERIFY(control.reset());
         QVERIFY(!m_alert->isVisible());
     }

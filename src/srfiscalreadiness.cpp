@@ -8,7 +8,7 @@
 namespace {
 
 /// Where an agent sets up the profiles of its cash registers.
-constexpr QLatin1String agentPortalHost("agent.molva.example");
+const QLatin1String agentPortalHost("agent.molva.example");
 
 bool canPrint(const QPointer<FrHandler> &fiscalRegister)
 {

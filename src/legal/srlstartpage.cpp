@@ -176,7 +176,8 @@ void SrLStartPage::parseQr(const QString &text)
 {
     if (!SrPaymentQr::isPaymentCode(text))
         return;
-    for (const SrPaymentQr::Pair &pair : SrPaymentQr::pairs(text)) {
+    const auto pairs = SrPaymentQr::pairs(text);
+    for (const SrPaymentQr::Pair &pair : pairs) {
         if (pair.name == SrPaymentQr::NAME_ACCOUNT) {
             m_ui->leAccount->setText(pair.value);
         } else if (pair.name == SrPaymentQr::NAME_DOCUMENT) {

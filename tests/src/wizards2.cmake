@@ -15,11 +15,16 @@ if(IS_DIRECTORY /dev/shm)
     set(page_test_environment "TMPDIR=/dev/shm")
 endif()
 
-# selmar_page_test(NAME SOURCE LABEL): a test that links the whole plugin and the fixtures of the pages.
+# selmar_page_test(NAME SOURCE LABEL [TIMEOUT seconds]): a test that links the whole plugin and the fixtures of the pages.
 function(selmar_page_test name source label)
+    cmake_parse_arguments(PARSE_ARGV 3 page "" "TIMEOUT" "")
+    if(NOT page_TIMEOUT)
+        set(page_TIMEOUT 120)
+    endif()
     selmar_test(${name} SOURCES ${source}
         LIBRARIES selmar_plugin plugin_page_test_support test_support_gui Qt5::Widgets
         LABELS ${label}
+        TIMEOUT ${page_TIMEOUT}
         ENVIRONMENT ${page_test_environment})
 endfunction()
 
@@ -42,9 +47,8 @@ selmar_page_test(tst_sriservicespage individual/tst_sriservicespage.cpp dialog)
 selmar_page_test(tst_srlservicespage legal/tst_srlservicespage.cpp dialog)
 selmar_page_test(tst_wizardflow_individual individual/tst_wizardflow_individual.cpp e2e)
 selmar_page_test(tst_wizardflow_legal legal/tst_wizardflow_legal.cpp e2e)
-selmar_page_test(tst_hostiletexts tst_hostiletexts.cpp e2e)
-selmar_page_test(tst_wizardlifetime tst_wizardlifetime.cpp e2e)
-selmar_page_test(tst_longuse tst_longuse.cpp e2e)
+# Scores of whole payments each: long on a busy machine.
+selmar_page_test(tst_hostiletexts tst_hostiletexts.cpp e2e TIMEOUT 600)
+selmar_page_test(tst_wizardlifetime tst_wizardlifetime.cpp e2e TIMEOUT 600)
+selmar_page_test(tst_longuse tst_longuse.cpp e2e TIMEOUT 600)
 target_link_libraries(tst_longuse PRIVATE test_support_use)
-# Scores of whole payments each: long on a busy machine, and several times as long under sanitizers.
-set_tests_properties(tst_hostiletexts tst_wizardlifetime tst_longuse PROPERTIES TIMEOUT 1200)

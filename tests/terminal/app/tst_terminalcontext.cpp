@@ -11,6 +11,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSignalSpy>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -107,6 +109,74 @@ private slots:
         QVERIFY2(error.contains(name), qPrintable(error));
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), garbage);
+    }
+
+    void storeThatIsNotOursToOpenIsRefusedAndKept_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("pragma");
+        QTest::addColumn<QString>("reason");
+        for (const char *name : {"billing.sqlite", "fiscal.sqlite", "payments.sqlite",
+                                 "host.sqlite", "charges.sqlite"}) {
+            QTest::addRow("%s, newer version", name)
+                << QString::fromLatin1(name) << QStringLiteral("PRAGMA user_version = 1000")
+                << QStringLiteral("более новой версией программы");
+            QTest::addRow("%s, another program's", name)
+                << QString::fromLatin1(name) << QStringLiteral("PRAGMA application_id = 77")
+                << QStringLiteral("принадлежит другой программе");
+        }
+    }
+
+    void storeThatIsNotOursToOpenIsRefusedAndKept()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, pragma);
+        QFETCH(QString, reason);
+        QTemporaryDir folder;
+        QVERIFY(opened(folder));
+        const QString file = folder.filePath(name);
+        {
+            QSqlDatabase db =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
+            db.setDatabaseName(file);
+            QVERIFY(db.open());
+            QVERIFY(QSqlQuery(db).exec(pragma));
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("other"));
+        const auto content = [&file] {
+            QFile stored(file);
+            return stored.open(QIODevice::ReadOnly) ? stored.readAll() : QByteArray();
+        };
+        const QByteArray before = content();
+        QVERIFY(!before.isEmpty());
+
+        QString error;
+        QVERIFY(!TerminalContext::open(folder.path(), &error));
+        QVERIFY2(error.contains(reason) && error.contains(name), qPrintable(error));
+        QVERIFY(content() == before);
+    }
+
+    void nothingIsLostOverARestart()
+    {
+        QTemporaryDir folder;
+        qint64 packId = 0;
+        QString storage;
+        {
+            const auto context = opened(folder);
+            QVERIFY(context);
+            const PayPack pack = somePack(*context);
+            packId = pack.id();
+            storage = context->fiscalJournal().storageNumber();
+            QVERIFY(context->paysController().savePack(pack, true));
+        }
+        const auto context = opened(folder);
+        QVERIFY(context);
+        QCOMPARE(context->fiscalJournal().storageNumber(), storage);
+        const auto kept = context->payments().page({}, PaymentOrder::NewestFirst, nullptr, 10);
+        QCOMPARE(kept.size(), 1);
+        QCOMPARE(kept.constFirst().packId, packId);
+        QCOMPARE(kept.constFirst().sum.toString(), QStringLiteral("12.50"));
     }
 
     void accountRequestIsAnsweredOverTheBus()

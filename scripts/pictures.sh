@@ -11,11 +11,14 @@ for who in individual legal; do
 done
 "$root/run.sh" --scenario "$root/scenarios/windows-beside.scenario" --out "$work/beside" >"$work/beside.txt"
 mkdir -p "$root/docs/pictures"
-for picture in 02-account 03-services 04-payment 05-card-amount 07-sent 08-journal; do
-    cp "$work/individual/$picture.png" "$root/docs/pictures/individual-${picture#*-}.png"
-done
-for picture in 02-document 04-documents; do
-    cp "$work/legal/$picture.png" "$root/docs/pictures/legal-${picture#*-}.png"
-done
+copy() { # individual or legal, then the names of pictures without their numbers
+    local who=$1 picture
+    shift
+    for picture in "$@"; do
+        cp "$work/$who"/[0-9][0-9]-"$picture.png" "$root/docs/pictures/$who-$picture.png"
+    done
+}
+copy individual account services payment card-amount sent journal bill scanner
+copy legal document documents
 cp "$work/beside/14-devicesWindow.png" "$root/docs/pictures/devices.png"
 cp "$work/beside/23-busWindow.png" "$root/docs/pictures/bus.png"

@@ -54,7 +54,8 @@ BillingDatabase::Taking BillingPackIntake::take(const QVariantMap &pack)
         if (known.next()) {
             if (known.text(0) == body)
                 return Taking::AlreadyTaken;
-            m_error = QStringLiteral("Пачка № %1 не принята: под этим номером уже есть другая.")
+            m_error = QStringLiteral("Пачка № %1 не принята: под этим номером уже есть другая. "
+                                     "Деньги второй раз не берите, сообщите в биллинг.")
                           .arg(received->id);
             return Taking::Refused;
         }
@@ -113,8 +114,9 @@ bool BillingPackIntake::applyBalances(int payer, const ReceivedPack::Payment &pa
         for (const ReceivedPack::Line &line : payment.lines)
             paid += line.distributed;
         SqlStatement lower(
-            m_database, QStringLiteral("UPDATE documents SET topay = topay - ? WHERE payer = ? AND "
-                                       "account = ? AND number = ?"));
+            m_database,
+            QStringLiteral("UPDATE documents SET topay = topay - ? WHERE payer = ? AND "
+                           "account = ? AND number = ?"));
         lower.bind(paid).bind(payer).bind(payment.account).bind(document);
         if (!run(lower))
             return false;

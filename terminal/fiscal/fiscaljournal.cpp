@@ -149,13 +149,15 @@ QString FiscalJournal::storageNumber() const
 bool FiscalJournal::append(const FiscalRecord &record)
 {
     if (!isOpen()) {
-        m_error = QStringLiteral("Журнал фискального накопителя не открыт.");
+        m_error =
+            QStringLiteral("Журнал фискального накопителя не открыт. Перезапустите программу.");
         return false;
     }
     basix::SqliteTransaction transaction(*m_database);
     if (!transaction.isActive()) {
         m_error =
-            QStringLiteral("Журнал фискального накопителя занят: %1").arg(transaction.lastError());
+            QStringLiteral("Журнал фискального накопителя занят (%1). Повторите через минуту.")
+                .arg(transaction.lastError());
         return false;
     }
     if (record.number != nextNumber()) {
@@ -269,7 +271,9 @@ std::optional<FiscalRecord> FiscalJournal::record(qint64 number)
 
 std::optional<FiscalRecord> FiscalJournal::findByDocumentNumber(const QString &documentNumber)
 {
-    m_error = isOpen() ? QString() : QStringLiteral("Журнал фискального накопителя не открыт.");
+    m_error = isOpen()
+        ? QString()
+        : QStringLiteral("Журнал фискального накопителя не открыт. Перезапустите программу.");
     if (!isOpen())
         return std::nullopt;
     SqlStatement find(*m_database,
@@ -300,7 +304,9 @@ QVector<FiscalRecord> FiscalJournal::receipts(int offset, int limit)
 QVector<ReceiptHead> FiscalJournal::heads(qint64 after, int limit)
 {
     QVector<ReceiptHead> result;
-    m_error = isOpen() ? QString() : QStringLiteral("Журнал фискального накопителя не открыт.");
+    m_error = isOpen()
+        ? QString()
+        : QStringLiteral("Журнал фискального накопителя не открыт. Перезапустите программу.");
     if (!isOpen())
         return result;
     SqlStatement page(*m_database,

@@ -140,12 +140,13 @@ bool ChargeJournal::run(SqlStatement &statement)
 bool ChargeJournal::note(const CardCharge &charge)
 {
     if (!isOpen()) {
-        m_error = QStringLiteral("Журнал списаний с карт не открыт.");
+        m_error = QStringLiteral("Журнал списаний с карт не открыт. Перезапустите программу.");
         return false;
     }
     basix::SqliteTransaction transaction(*m_database);
     if (!transaction.isActive()) {
-        m_error = QStringLiteral("Журнал списаний с карт занят: %1").arg(transaction.lastError());
+        m_error = QStringLiteral("Журнал списаний с карт занят (%1). Повторите через минуту.")
+                      .arg(transaction.lastError());
         return false;
     }
     {
@@ -175,7 +176,7 @@ QVector<ChargeRecord> ChargeJournal::select(const QString &rest, const QVariantL
     QVector<ChargeRecord> result;
     m_error.clear();
     if (!isOpen()) {
-        m_error = QStringLiteral("Журнал списаний с карт не открыт.");
+        m_error = QStringLiteral("Журнал списаний с карт не открыт. Перезапустите программу.");
         return result;
     }
     SqlStatement rows(*m_database, QStringLiteral("SELECT %1 FROM charges %2").arg(COLUMNS, rest));

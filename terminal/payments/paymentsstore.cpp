@@ -58,7 +58,8 @@ QString PaymentsStore::lastError() const
 
 bool PaymentsStore::ready()
 {
-    m_error = isOpen() ? QString() : QStringLiteral("Журнал платежей не открыт.");
+    m_error = isOpen() ? QString()
+                       : QStringLiteral("Журнал платежей не открыт. Перезапустите программу.");
     return isOpen();
 }
 
@@ -82,7 +83,8 @@ bool PaymentsStore::isSamePayment(const PaymentRecord &stored, const PaymentReco
     const bool same = stored.recovered && stored.account == record.account
         && stored.sum == record.sum && stored.cash == record.cash && stored.card == record.card;
     if (!same) {
-        m_error = QStringLiteral("Пачка № %1 не сохранена: чек № ФД %2 уже принадлежит пачке № %3.")
+        m_error = QStringLiteral("Пачка № %1 не сохранена: чек № ФД %2 уже принадлежит пачке № %3. "
+                                 "Сравните обе с чеком: «Сверка платежей».")
                       .arg(QString::number(record.packId), record.fiscalDocument,
                            QString::number(stored.packId));
     }
@@ -97,7 +99,8 @@ bool PaymentsStore::save(const PaymentRecord &record, const QVariantMap &pack)
         QJsonDocument(QJsonObject::fromVariantMap(pack)).toJson(QJsonDocument::Compact));
     basix::SqliteTransaction transaction(*m_database);
     if (!transaction.isActive()) {
-        m_error = QStringLiteral("Журнал платежей занят: %1").arg(transaction.lastError());
+        m_error = QStringLiteral("Журнал платежей занят (%1). Повторите через минуту.")
+                      .arg(transaction.lastError());
         return false;
     }
     {
@@ -108,7 +111,8 @@ bool PaymentsStore::save(const PaymentRecord &record, const QVariantMap &pack)
         if (known.next()) {
             if (known.text(0) == body)
                 return true;
-            m_error = QStringLiteral("Пачка № %1 не сохранена: под этим номером уже есть другая.")
+            m_error = QStringLiteral("Пачка № %1 не сохранена: под этим номером уже есть другая. "
+                                     "Деньги второй раз не берите, обратитесь в поддержку.")
                           .arg(record.packId);
             return false;
         }

@@ -11,6 +11,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QDoubleSpinBox>
 #include <QEventLoop>
@@ -92,7 +93,9 @@ bool DemoRun::run()
 
     const DemoVerdict verdict(m_context, DemoCount::now(m_context).since(before));
     m_window.showJournal();
-    bool written = savePicture(QStringLiteral("journal"));
+    // The page that was just shown takes its sizes first.
+    QApplication::processEvents();
+    bool written = savePicture(QStringLiteral("journal")) && showBillInScanner();
     if (verdict.fiscalNumber() > 0) {
         tellReceipt(verdict);
         written = writeFiles(verdict) && written;
@@ -257,6 +260,26 @@ bool DemoRun::confirmSent()
     return m_hands.confirmMessage();
 }
 
+bool DemoRun::showBillInScanner()
+{
+    m_window.showBills();
+    // The first account has just been paid; the next one still owes something.
+    m_window.findChild<QComboBox *>(QStringLiteral("cbBillAccount"))->setCurrentIndex(1);
+    QApplication::processEvents();
+    if (!savePicture(QStringLiteral("bill")))
+        return false;
+    if (!m_hands.click(m_window.findChild<QWidget *>(QStringLiteral("pbBillSend")))) {
+        say(m_hands.error());
+        return false;
+    }
+    QApplication::processEvents();
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto scanner = std::find_if(windows.cbegin(), windows.cend(), [](const QWidget *window) {
+        return window->isVisible() && window->objectName() == QLatin1String("scannerWindow");
+    });
+    return scanner != windows.cend() && savePicture(QStringLiteral("scanner"), *scanner);
+}
+
 void DemoRun::removeOldPictures()
 {
     // Pages of an earlier demo among the new ones would tell a story that never happened.
@@ -268,12 +291,12 @@ void DemoRun::removeOldPictures()
         folder.remove(file);
 }
 
-bool DemoRun::savePicture(const QString &name)
+bool DemoRun::savePicture(const QString &name, QWidget *window)
 {
-    QWidget *front =
-        QApplication::activeModalWidget() ? QApplication::activeModalWidget() : &m_window;
     if (m_options.outFolder.isEmpty())
         return true;
+    QWidget *modal = QApplication::activeModalWidget();
+    QWidget *front = window ? window : modal ? modal : &m_window;
     const QString file =
         QStringLiteral("%1-%2.png").arg(++m_pictures, 2, 10, QLatin1Char('0')).arg(name);
     return front->grab().save(QDir(m_options.outFolder).filePath(file));

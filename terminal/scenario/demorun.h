@@ -63,8 +63,11 @@ private:
     void planFinish();
     bool payPartByCard();
     bool confirmSent();
+    /// The bill of an account, and its code on the way to the scanner; pictures of both.
+    bool showBillInScanner();
     void removeOldPictures();
-    bool savePicture(const QString &name);
+    /// Of `window`; without one, of the dialog in front or the terminal's window.
+    bool savePicture(const QString &name, QWidget *window = nullptr);
     void tellReceipt(const DemoVerdict &verdict);
     bool writeFiles(const DemoVerdict &verdict);
     bool writeFile(const QString &name, const QByteArray &content);

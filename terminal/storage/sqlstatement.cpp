@@ -9,7 +9,7 @@ SqlStatement::SqlStatement(const basix::SqliteDatabase &database, const QString 
     : m_query(database.connection())
 {
     if (!database.isOpen()) {
-        m_error = QStringLiteral("Файл данных не открыт.");
+        m_error = QStringLiteral("Файл данных не открыт. Перезапустите программу.");
         return;
     }
     m_query.setForwardOnly(true);

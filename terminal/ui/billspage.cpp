@@ -9,6 +9,7 @@
 
 #include <basixcore/fixnumber.h>
 
+#include <QAbstractItemView>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDateEdit>
@@ -112,6 +113,9 @@ void BillsPage::fillAccounts()
         m_account->setItemData(row, sample.document, sampleDocumentRole);
         m_account->setItemData(row, sample.description, Qt::ToolTipRole);
     }
+    // The list may be wider than its box: descriptions tell the accounts apart.
+    QAbstractItemView *list = m_account->view();
+    list->setMinimumWidth(list->sizeHintForColumn(0) + 2 * list->fontMetrics().height());
 }
 
 void BillsPage::makeLayout()
@@ -137,8 +141,8 @@ void BillsPage::makeLayout()
         left->addWidget(button);
 
     auto *layout = new QHBoxLayout(this);
-    layout->addLayout(left, 2);
-    layout->addWidget(m_preview, 3);
+    layout->addLayout(left, 3);
+    layout->addWidget(m_preview, 4);
 }
 
 void BillsPage::connectInputs()

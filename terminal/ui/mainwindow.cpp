@@ -87,6 +87,11 @@ void MainWindow::showJournal()
     m_journalPage->showNewest();
 }
 
+void MainWindow::showBills()
+{
+    m_pages->setCurrentWidget(m_billsPage);
+}
+
 void MainWindow::addPage(QWidget *page, const QString &title)
 {
     // Without a letter for Alt: those belong to the fields and buttons of the page that is shown.

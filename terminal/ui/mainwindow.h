@@ -30,6 +30,8 @@ public:
     PluginHost::Outcome startPayment(const Provider &provider);
     /// Shows the journal with the payment taken last.
     void showJournal();
+    /// Shows the page of sample bills.
+    void showBills();
 
 protected:
     void closeEvent(QCloseEvent *event) override;

@@ -181,9 +181,13 @@ bool SqliteDatabase::applyMigration(const SqliteSchema &schema, const SqliteMigr
     const QStringList statements = migration.statements
         + QStringList{QStringLiteral("PRAGMA application_id=%1").arg(schema.applicationId),
                       QStringLiteral("PRAGMA user_version=%1").arg(migration.version)};
-    for (const QString &statement : statements) {
+    for (int i = 0; i < statements.size(); ++i) {
+        if (schema.progress && !schema.progress(i, statements.size())) {
+            m_error = QStringLiteral("перевод на новую версию прерван");
+            return false;
+        }
         QSqlQuery query(connection());
-        if (!query.exec(statement)) {
+        if (!query.exec(statements.at(i))) {
             m_error = query.lastError().text();
             return false;
         }

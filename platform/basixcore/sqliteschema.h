@@ -5,6 +5,8 @@
 #include <QVector>
 #include <QtGlobal>
 
+#include <functional>
+
 namespace basix {
 
 /// One step of a schema: its statements run in order in one transaction, which also stores the new
@@ -31,6 +33,10 @@ struct SqliteSchema
     /// Bytes; a larger file is not read as a whole (that takes about three seconds for a gigabyte),
     /// only its head and its schema. Damage further on is then met by the query that reads it.
     qint64 wholeFileLimit = 256 * 1024 * 1024;
+
+    /// Told before each statement of a step how many of the step are done, of how many, in the
+    /// thread that opens the file. False gives up: the step is undone as a whole and open() fails.
+    std::function<bool(int done, int total)> progress;
 
     int version() const { return migrations.isEmpty() ? 0 : migrations.last().version; }
 };

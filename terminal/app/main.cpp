@@ -6,6 +6,7 @@
 
 #include <bus/amqp/amqpbus.h>
 #include <bus/amqp/brokeraddress.h>
+#include <payments/paymentrows.h>
 #include <recovery/privatedata.h>
 #include <scenario/individualdemo.h>
 #include <scenario/legaldemo.h>
@@ -13,6 +14,7 @@
 #include <scenario/scenariorun.h>
 #include <ui/mainwindow.h>
 #include <ui/recoverydialog.h>
+#include <ui/storeupgrade.h>
 
 #include <QApplication>
 #include <QDir>
@@ -57,6 +59,12 @@ int cannotStart(const QString &error)
     if (hasScreen())
         QMessageBox::critical(nullptr, QStringLiteral("Рабочее место не открылось"), error);
     return CannotStart;
+}
+
+bool bringUpToDate(const QString &dataFolder, QString *error)
+{
+    return StoreUpgrade::run(TerminalContext::paymentsFile(dataFolder), PaymentRows::schema(),
+                             error);
 }
 
 int runDemo(const CommandLine &commandLine, TerminalContext &context, MainWindow &window)
@@ -136,7 +144,7 @@ int run(QApplication &application, const QStringList &ownArguments)
         bus = std::make_unique<AmqpBus>(*address);
     }
     const std::unique_ptr<TerminalContext> context =
-        TerminalContext::open(dataFolder, &error, std::move(bus));
+        TerminalContext::open(dataFolder, &error, std::move(bus), bringUpToDate);
     if (!context)
         return cannotStart(error);
     for (const auto &state : commandLine.deviceStates) {

@@ -26,7 +26,8 @@ QString fileIn(const QString &folder, const char *name)
 } // namespace
 
 std::unique_ptr<TerminalContext> TerminalContext::open(const QString &dataFolder, QString *error,
-                                                       std::unique_ptr<MessageBus> bus)
+                                                       std::unique_ptr<MessageBus> bus,
+                                                       const Preparation &prepare)
 {
     if (!PrivateData::closeFolder(dataFolder)) {
         *error = tr("Папку данных «%1» создать не удалось или не удалось закрыть её от других "
@@ -41,6 +42,8 @@ std::unique_ptr<TerminalContext> TerminalContext::open(const QString &dataFolder
                      .arg(QDir::toNativeSeparators(dataFolder));
         return nullptr;
     }
+    if (prepare && !prepare(context->m_dataFolder, error))
+        return nullptr;
     if (!context->openStores(error) || !context->readHostData(error))
         return nullptr;
 
@@ -103,6 +106,11 @@ bool TerminalContext::loadPlugin(const QString &file, const QFont &inputFont)
     return true;
 }
 
+QString TerminalContext::paymentsFile(const QString &dataFolder)
+{
+    return fileIn(dataFolder, "payments.sqlite");
+}
+
 bool TerminalContext::openStores(QString *error)
 {
     if (!m_billing.open(fileIn(m_dataFolder, "billing.sqlite"))) {
@@ -113,7 +121,7 @@ bool TerminalContext::openStores(QString *error)
         *error = m_fiscalJournal.lastError();
         return false;
     }
-    if (!m_payments.open(fileIn(m_dataFolder, "payments.sqlite"))) {
+    if (!m_payments.open(paymentsFile(m_dataFolder))) {
         *error = m_payments.lastError();
         return false;
     }

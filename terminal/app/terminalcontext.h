@@ -22,6 +22,7 @@
 #include <QString>
 #include <QVector>
 
+#include <functional>
 #include <memory>
 
 class DbConnector;
@@ -35,6 +36,10 @@ class TerminalContext final : public QObject
     Q_OBJECT
 
 public:
+    /// Readies the files of the folder before they are opened; false keeps the workstation closed,
+    /// with a Russian text.
+    using Preparation = std::function<bool(const QString &dataFolder, QString *error)>;
+
     /// Opens the folder, closes it to other users, creates what is missing in it with sample data,
     /// and sends again the payments that an earlier run could not post. Null, with a Russian text,
     /// when anything of this fails; files that were there stay as they were.
@@ -42,7 +47,10 @@ public:
     /// Messages go over `bus`, behind which billing lives elsewhere; without one over ownBus(),
     /// with billing inside this program.
     static std::unique_ptr<TerminalContext> open(const QString &dataFolder, QString *error,
-                                                 std::unique_ptr<MessageBus> bus = nullptr);
+                                                 std::unique_ptr<MessageBus> bus = nullptr,
+                                                 const Preparation &prepare = Preparation());
+    /// Where a data folder keeps its pay packs.
+    static QString paymentsFile(const QString &dataFolder);
     ~TerminalContext() override;
 
     /// Loads the plugin and wires it to this workstation. False: see pluginHost() for the reason.

@@ -121,6 +121,7 @@ private slots:
     void emptyFileCountsAsNew();
     void olderVersionIsBroughtUp();
     void failedStepIsUndoneAsAWhole();
+    void stepThatIsGivenUpIsUndone();
     void refusedFileStaysAsItWas_data();
     void refusedFileStaysAsItWas();
     void uncheckedFileIsStillRefusedByItsHeader();
@@ -250,6 +251,27 @@ void tst_SqliteDatabase::failedStepIsUndoneAsAWhole()
             .toInt(),
         0);
     QCOMPARE(value(database, QStringLiteral("SELECT count(*) FROM boxes")).toInt(), 10);
+}
+
+void tst_SqliteDatabase::stepThatIsGivenUpIsUndone()
+{
+    makeFilled(path(), 10);
+    SqliteSchema given = schema(2);
+    QVector<int> told;
+    given.progress = [&told](int done, int total) {
+        told.append(done);
+        return done + 1 < total;
+    };
+    SqliteDatabase database;
+    QVERIFY(!database.open(path(), given));
+    QVERIFY2(database.lastError().contains(QStringLiteral("прерван")),
+             qPrintable(database.lastError()));
+    QVERIFY(told.size() > 1);
+    QCOMPARE(told.constFirst(), 0);
+    QVERIFY(database.open(path(), schema()));
+    QCOMPARE(value(database, QStringLiteral("PRAGMA user_version")).toInt(), 1);
+    given.progress = nullptr;
+    QVERIFY2(database.open(path(), given), qPrintable(database.lastError()));
 }
 
 void tst_SqliteDatabase::refusedFileStaysAsItWas_data()

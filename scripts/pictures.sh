@@ -18,7 +18,7 @@ copy() { # individual or legal, then the names of pictures without their numbers
         cp "$work/$who"/[0-9][0-9]-"$picture.png" "$root/docs/pictures/$who-$picture.png"
     done
 }
-copy individual account services payment card-amount sent journal bill scanner
+copy individual window account services payment card-amount sent journal bill scanner
 copy legal document documents
 cp "$work/beside/14-devicesWindow.png" "$root/docs/pictures/devices.png"
 cp "$work/beside/23-busWindow.png" "$root/docs/pictures/bus.png"

@@ -75,6 +75,12 @@ bool DemoRun::run()
     }
     removeOldPictures();
     say(title());
+    // The window has just been shown and takes its sizes first.
+    QApplication::processEvents();
+    if (!savePicture(QStringLiteral("window"))) {
+        say(tr("Картинку в папку «%1» записать не удалось.").arg(m_options.outFolder));
+        return false;
+    }
     const DemoCount before = DemoCount::now(m_context);
     planAccount();
     planPayment();

@@ -41,12 +41,13 @@ signals:
 void busRoundTrip(benchmark::State &state, int)
 {
     InProcessBus bus;
-    const InProcessBus::Answer answer{
-        {{MessageBus::MESSAGE_TYPE, QStringLiteral("checkPayStatus")}},
-        QByteArrayLiteral("{\"uid\":\"7300000000000000123\",\"error\":true}"),
-        0};
+    InProcessBus::Answer answer;
+    answer.headers = {{MessageBus::MESSAGE_TYPE, QStringLiteral("checkPayStatus")}};
+    answer.body = "{\"uid\":\"7300000000000000123\",\"error\":true}";
     bus.serve(destination(), [&answer](const QVariantMap &) {
-        return InProcessBus::Outcome{QString(), answer};
+        InProcessBus::Outcome outcome;
+        outcome.answer = answer;
+        return outcome;
     });
     bool back = false;
     QObject::connect(&bus, &MessageBus::incomingMessage, [&back] { back = true; });

@@ -14,7 +14,9 @@ endif()
 
 add_library(selmar_warnings INTERFACE)
 target_compile_options(selmar_warnings INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wold-style-cast -Wsuggest-override -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+    -Wall -Wextra -Wpedantic -Wshadow -Wold-style-cast -Wsuggest-override -Wnon-virtual-dtor -Woverloaded-virtual -Werror
+    # Qt's logging macros leave out the last argument of a variadic macro, which clang calls pedantic.
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
 
 add_library(selmar_sanitizers INTERFACE)
 if(SELMAR_SANITIZERS)

@@ -12,7 +12,8 @@ void SrWizardRecords::setProvider(const Provider &record)
 {
     provider = QSharedPointer<Provider>::create(record);
     providerParams.clear();
-    for (const QSharedPointer<ProviderParameter> &parameter : provider->parameters())
+    const auto parameters = provider->parameters();
+    for (const QSharedPointer<ProviderParameter> &parameter : parameters)
         providerParams.insert(parameter->name(), *parameter);
 }
 

@@ -14,6 +14,9 @@ SELMAR_TEST_PACKAGES=(poppler-utils librapidcheck-dev dpkg-dev rabbitmq-server o
 SELMAR_BENCH_PACKAGES=(libbenchmark-dev libqt5charts5-dev)
 # The fuzzing engine, only for scripts/fuzz.sh.
 SELMAR_FUZZ_PACKAGES=(clang libclang-rt-14-dev)
+# Readers of the code and of a running program, only for scripts/analyse.sh, scripts/memcheck.sh and the preset
+# asan-ubsan-clang.
+SELMAR_ANALYSIS_PACKAGES=(clang libclang-rt-14-dev clang-tidy clazy valgrind)
 
 # Prints those of the named packages that are not installed, one per line.
 missing_packages() {

@@ -25,7 +25,7 @@ public:
         QString title;
         std::function<bool()> ready; ///< empty: at once
         std::function<void()> act;   ///< empty: only wait
-        int deadline = 10000;        ///< milliseconds to wait for `ready`
+        int deadline = 30000;        ///< milliseconds to wait for `ready`
         bool expectsMessage = false; ///< a message box in front is what this step is about
     };
 

@@ -50,8 +50,8 @@ void ConnectionBanner::follow()
 void ConnectionBanner::show()
 {
     m_timer.start(COUNT_MS);
-    m_text->setText(tr("%1\nСчёт сейчас не запросить. Принятые платежи сохранены и уйдут в "
-                       "биллинг сами, когда связь вернётся.")
+    m_text->setText(tr("%1\nСчёт сейчас не запросить. Принятые платежи сохранены и уйдут "
+                       "сами, когда связь вернётся.")
                         .arg(m_bus.stateText()));
     setVisible(true);
 }

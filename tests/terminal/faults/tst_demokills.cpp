@@ -1,9 +1,67 @@
 #include "faultrun.h"
 
+#include <QDir>
+#include <QFile>
+#include <QHostAddress>
 #include <QJsonArray>
+#include <QSet>
+#include <QTcpServer>
 #include <QtTest>
 
+#include <unistd.h>
+
+#include <array>
 #include <csignal>
+
+namespace {
+
+QList<QByteArray> linesOf(const QString &name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QList<QByteArray>();
+}
+
+/// The kernel's numbers of all sockets on this machine that wait for somebody to connect.
+QSet<QByteArray> listeningSockets()
+{
+    QSet<QByteArray> inodes;
+    for (const char *table : {"/proc/net/tcp", "/proc/net/tcp6"}) {
+        constexpr int STATE = 3;
+        constexpr int INODE = 9;
+        for (const QByteArray &line : linesOf(QLatin1String(table))) {
+            const QList<QByteArray> fields = line.simplified().split(' ');
+            if (fields.size() > INODE && fields.at(STATE) == "0A")
+                inodes.insert(fields.at(INODE));
+        }
+    }
+    for (const QByteArray &line : linesOf(QStringLiteral("/proc/net/unix"))) {
+        constexpr int FLAGS = 3;
+        constexpr int INODE = 6;
+        const QList<QByteArray> fields = line.simplified().split(' ');
+        if (fields.size() > INODE && fields.at(FLAGS) == "00010000")
+            inodes.insert(fields.at(INODE));
+    }
+    return inodes;
+}
+
+QSet<QByteArray> socketsOf(qint64 pid)
+{
+    QSet<QByteArray> inodes;
+    const QDir folder(QStringLiteral("/proc/%1/fd").arg(pid));
+    const QStringList names =
+        folder.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+    for (const QString &name : names) {
+        std::array<char, 64> target{};
+        const QByteArray path = QFile::encodeName(folder.filePath(name));
+        const auto size = ::readlink(path.constData(), target.data(), target.size() - 1);
+        const QByteArray link(target.data(), int(qMax<ssize_t>(0, size)));
+        if (link.startsWith("socket:["))
+            inodes.insert(link.mid(8, link.size() - 9));
+    }
+    return inodes;
+}
+
+} // namespace
 
 /// The program itself with the plugin in it, killed in the middle of a payment made through the
 /// plugin's windows.
@@ -76,7 +134,7 @@ void tst_DemoKills::keepsItsMemoryAndFilesToItself()
                    {QStringLiteral("--demo"), QStringLiteral("individual"),
                     QStringLiteral("--data"), run.folder(), QStringLiteral("--slow"),
                     QStringLiteral("2000")});
-    QVERIFY(terminal.waitForReadyRead(30000));
+    QVERIFY(terminal.waitForReadyRead(120000));
     const QString proc = QStringLiteral("/proc/%1/").arg(terminal.processId());
     QFile status(proc + QStringLiteral("status"));
     QFile limits(proc + QStringLiteral("limits"));
@@ -84,6 +142,11 @@ void tst_DemoKills::keepsItsMemoryAndFilesToItself()
     QVERIFY(status.readAll().contains("Umask:\t0077"));
     const QRegularExpression noCore(QStringLiteral("Max core file size +0 +0 "));
     QVERIFY(noCore.match(QString::fromLatin1(limits.readAll())).hasMatch());
+    // Nobody can connect to it; this program, for comparison, can be found listening.
+    QTcpServer own;
+    QVERIFY(own.listen(QHostAddress::LocalHost));
+    QVERIFY(listeningSockets().intersects(socketsOf(QCoreApplication::applicationPid())));
+    QVERIFY(!listeningSockets().intersects(socketsOf(terminal.processId())));
     terminal.kill();
     QVERIFY(terminal.waitForFinished());
 }

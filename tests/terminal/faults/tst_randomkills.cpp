@@ -44,7 +44,7 @@ void tst_RandomKills::nothingIsLostOrDoubled()
         } else {
             QByteArray head;
             while (!head.contains("working")) {
-                QVERIFY2(station->waitForReadyRead(30000), head.constData());
+                QVERIFY2(station->waitForReadyRead(120000), head.constData());
                 head = station->peek(1 << 20);
             }
             slowest = std::max(slowest, clock.elapsed());

@@ -25,6 +25,8 @@
 #include <unistd.h>
 
 const QString BrokerProcess::PASSWORD = QStringLiteral("Ключ-7f3a/9%q");
+const QStringList BrokerProcess::VIRTUAL_HOSTS{QStringLiteral("selmar"), QStringLiteral("contract"),
+                                               QStringLiteral("worker"), QStringLiteral("demo")};
 
 namespace {
 
@@ -75,10 +77,10 @@ QJsonObject user(const QString &name, const QString &tags = QString())
 }
 
 QJsonObject permission(const QString &user, const QString &configure, const QString &write,
-                       const QString &read)
+                       const QString &read, const QString &virtualHost)
 {
     return {{QStringLiteral("user"), user},
-            {QStringLiteral("vhost"), QStringLiteral("selmar")},
+            {QStringLiteral("vhost"), virtualHost},
             {QStringLiteral("configure"), configure},
             {QStringLiteral("write"), write},
             {QStringLiteral("read"), read}};
@@ -142,8 +144,34 @@ BrokerProcess::~BrokerProcess()
     m_epmd.reset();
 }
 
+std::unique_ptr<BrokerProcess> BrokerProcess::shared(const QString &virtualHost)
+{
+    QFile file(qEnvironmentVariable("SELMAR_SHARED_BROKER"));
+    auto broker = std::make_unique<BrokerProcess>(1, Tls::On);
+    broker->m_virtualHost = virtualHost;
+    if (!file.open(QIODevice::ReadOnly))
+        return broker;
+    const QJsonObject ticket = QJsonDocument::fromJson(file.readAll()).object();
+    Node &node = broker->m_nodes.first();
+    node.port = quint16(ticket.value(QLatin1String("port")).toInt());
+    node.tlsPort = quint16(ticket.value(QLatin1String("tlsPort")).toInt());
+    broker->m_files = ticket.value(QLatin1String("files")).toString();
+    broker->m_isShared = true;
+    return broker;
+}
+
+QByteArray BrokerProcess::ticket() const
+{
+    return QJsonDocument(QJsonObject{{QStringLiteral("port"), port()},
+                                     {QStringLiteral("tlsPort"), tlsPort()},
+                                     {QStringLiteral("files"), m_files}})
+        .toJson();
+}
+
 QString BrokerProcess::start()
 {
+    if (m_isShared)
+        return QString();
     if (!QFileInfo(SERVER).isExecutable()) {
         return QStringLiteral("Нет %1: эти проверки работают с настоящим сервером сообщений. "
                               "Установите его: apt-get install --no-install-recommends "
@@ -217,19 +245,23 @@ QByteArray BrokerProcess::definitions() const
     const QString publish = QStringLiteral("^selmar\\.billing$");
     const QString own = QStringLiteral("^selmar\\.billing");
     const QString all = QStringLiteral(".*");
+    const QString answer = QStringLiteral("^(selmar\\.billing.*|amq\\.default)$");
+    QJsonArray hosts;
+    QJsonArray permissions;
+    for (const QString &host : VIRTUAL_HOSTS) {
+        hosts.append(QJsonObject{{QStringLiteral("name"), host}});
+        for (const QString &box : {QStringLiteral("box1"), QStringLiteral("box2")})
+            permissions.append(permission(box, nothing, publish, nothing, host));
+        permissions.append(permission(QStringLiteral("worker"), own, answer, own, host));
+        permissions.append(permission(QStringLiteral("admin"), all, all, all, host));
+    }
     const QJsonObject document{
-        {QStringLiteral("vhosts"),
-         QJsonArray{QJsonObject{{QStringLiteral("name"), QStringLiteral("selmar")}}}},
+        {QStringLiteral("vhosts"), hosts},
         {QStringLiteral("users"),
          QJsonArray{user(QStringLiteral("box1")), user(QStringLiteral("box2")),
                     user(QStringLiteral("worker")),
                     user(QStringLiteral("admin"), QStringLiteral("administrator"))}},
-        {QStringLiteral("permissions"),
-         QJsonArray{permission(QStringLiteral("box1"), nothing, publish, nothing),
-                    permission(QStringLiteral("box2"), nothing, publish, nothing),
-                    permission(QStringLiteral("worker"), own,
-                               QStringLiteral("^(selmar\\.billing.*|amq\\.default)$"), own),
-                    permission(QStringLiteral("admin"), all, all, all)}}};
+        {QStringLiteral("permissions"), permissions}};
     return QJsonDocument(document).toJson();
 }
 
@@ -349,15 +381,16 @@ QString BrokerProcess::address(const QString &user, int node) const
     return addressAt(port(node), user);
 }
 
-QString BrokerProcess::addressAt(quint16 port, const QString &user)
+QString BrokerProcess::addressAt(quint16 port, const QString &user) const
 {
-    return QStringLiteral("amqp://%1:%2@127.0.0.1:%3/selmar")
-        .arg(user, QString::fromLatin1(QUrl::toPercentEncoding(PASSWORD)), QString::number(port));
+    return QStringLiteral("amqp://%1:%2@127.0.0.1:%3/%4")
+        .arg(user, QString::fromLatin1(QUrl::toPercentEncoding(PASSWORD)), QString::number(port),
+             m_virtualHost);
 }
 
 QString BrokerProcess::encryptedAddress(const QString &user, const QString &authorityFile) const
 {
-    return QStringLiteral("amqps://%1:%2@localhost:%3/selmar?cacert=%4")
+    return QStringLiteral("amqps://%1:%2@localhost:%3/%4?cacert=%5")
         .arg(user, QString::fromLatin1(QUrl::toPercentEncoding(PASSWORD)),
-             QString::number(tlsPort()), authorityFile);
+             QString::number(tlsPort()), m_virtualHost, authorityFile);
 }

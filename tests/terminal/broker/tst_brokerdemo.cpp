@@ -12,11 +12,19 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QTemporaryDir>
+#include <QUrl>
 #include <QtTest>
 
 namespace {
 
 constexpr int LONG_MS = 180000;
+
+QString withoutPassword(const QString &address)
+{
+    QUrl url(address);
+    url.setPassword(QString());
+    return url.toString(QUrl::FullyEncoded);
+}
 
 } // namespace
 
@@ -41,7 +49,7 @@ private:
 
 void tst_BrokerDemo::initTestCase()
 {
-    m_broker = std::make_unique<BrokerProcess>(1, BrokerProcess::Tls::On);
+    m_broker = BrokerProcess::shared(QStringLiteral("demo"));
     const QString problem = m_broker->start();
     QVERIFY2(problem.isEmpty(), qPrintable(problem));
 }
@@ -77,8 +85,8 @@ void tst_BrokerDemo::paysThroughTheBroker()
     QVERIFY2(first.waitUntilReady(), qPrintable(first.output()));
     QVERIFY2(second.waitUntilReady(), qPrintable(second.output()));
 
-    const QString bus = QStringLiteral("amqps://box1@localhost:%1/selmar?cacert=%2")
-                            .arg(QString::number(m_broker->tlsPort()), m_broker->authorityFile());
+    const QString bus = withoutPassword(
+        m_broker->encryptedAddress(QStringLiteral("box1"), m_broker->authorityFile()));
     const QDir out(m_folder.filePath(demo));
     int code = -1;
     const QString said = runTerminal({QStringLiteral("--bus"), bus, QStringLiteral("--demo"), demo,
@@ -123,11 +131,10 @@ void tst_BrokerDemo::withoutABrokerTheDemoSaysWhy()
 {
     int code = -1;
     // Nobody is known to this broker under that name, which no amount of waiting changes.
-    const QString said =
-        runTerminal({QStringLiteral("--bus"),
-                     QStringLiteral("amqp://nobody@127.0.0.1:%1/selmar").arg(m_broker->port()),
-                     QStringLiteral("--demo"), QStringLiteral("individual")},
-                    &code);
+    const QString said = runTerminal({QStringLiteral("--bus"),
+                                      withoutPassword(m_broker->address(QStringLiteral("nobody"))),
+                                      QStringLiteral("--demo"), QStringLiteral("individual")},
+                                     &code);
     QCOMPARE(code, 1);
     QVERIFY2(said.contains(QStringLiteral("имя или пароль")), qPrintable(said));
     QVERIFY2(!said.contains(BrokerProcess::PASSWORD), qPrintable(said));

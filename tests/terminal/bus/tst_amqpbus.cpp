@@ -168,7 +168,7 @@ void tst_AmqpBus::cannotConnect_data()
         << QString(plain).replace(QLatin1String("/selmar"), QLatin1String("/other"))
         << QStringLiteral("раздел");
     QTest::newRow("nobody listens")
-        << BrokerProcess::addressAt(1, QStringLiteral("box1")) << QStringLiteral("недоступен");
+        << m_broker->addressAt(1, QStringLiteral("box1")) << QStringLiteral("недоступен");
 }
 
 void tst_AmqpBus::cannotConnect()
@@ -193,7 +193,7 @@ void tst_AmqpBus::silentPeerDoesNotBlock()
 {
     QTcpServer silent;
     QVERIFY(silent.listen(QHostAddress::LocalHost));
-    auto terminal = bus(BrokerProcess::addressAt(silent.serverPort(), QStringLiteral("box1")));
+    auto terminal = bus(m_broker->addressAt(silent.serverPort(), QStringLiteral("box1")));
     QSignalSpy refused(terminal.get(), &MessageBus::refused);
     terminal->sendMessage(BillingService::PACK_DESTINATION, pack(1));
     // The event loop of this thread turns while the other waits for the peer's first word.
@@ -290,7 +290,7 @@ void tst_AmqpBus::lostConnectionHealsByItself()
         far.answer(delivery, QStringLiteral("checkPayStatus"), "{}");
     });
     CutProxy proxy(m_broker->port());
-    const auto terminal = bus(BrokerProcess::addressAt(proxy.port(), QStringLiteral("box1")));
+    const auto terminal = bus(m_broker->addressAt(proxy.port(), QStringLiteral("box1")));
     QSignalSpy state(terminal.get(), &MessageBus::stateChanged);
     QSignalSpy refused(terminal.get(), &MessageBus::refused);
     QSignalSpy accepted(terminal.get(), &MessageBus::accepted);
@@ -323,7 +323,7 @@ void tst_AmqpBus::unconfirmedPacksAreRefused()
     FarSide far;
     QCOMPARE(far.open(m_broker->address(QStringLiteral("worker"))), QString());
     CutProxy proxy(m_broker->port());
-    const auto terminal = bus(BrokerProcess::addressAt(proxy.port(), QStringLiteral("box1")));
+    const auto terminal = bus(m_broker->addressAt(proxy.port(), QStringLiteral("box1")));
     QSignalSpy refused(terminal.get(), &MessageBus::refused);
     QSignalSpy accepted(terminal.get(), &MessageBus::accepted);
     QTRY_VERIFY_WITH_TIMEOUT(terminal->connected(), LONG_MS);

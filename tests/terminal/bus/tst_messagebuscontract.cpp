@@ -146,7 +146,7 @@ void tst_MessageBusContract::kinds()
 
 void tst_MessageBusContract::initTestCase()
 {
-    m_broker = std::make_unique<BrokerProcess>();
+    m_broker = BrokerProcess::shared(QStringLiteral("contract"));
     const QString problem = m_broker->start();
     QVERIFY2(problem.isEmpty(), qPrintable(problem));
 }

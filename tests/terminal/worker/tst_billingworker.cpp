@@ -140,7 +140,7 @@ private:
 void tst_BillingWorker::initTestCase()
 {
     m_log = std::make_unique<MessageLog>();
-    m_broker = std::make_unique<BrokerProcess>();
+    m_broker = BrokerProcess::shared(QStringLiteral("worker"));
     const QString problem = m_broker->start();
     QVERIFY2(problem.isEmpty(), qPrintable(problem));
 }
@@ -354,7 +354,7 @@ void tst_BillingWorker::refusedPacksSentAgainAreTakenOnce()
     CutProxy proxy(m_broker->port());
     QString error;
     const auto bus =
-        AmqpBus::create(BrokerProcess::addressAt(proxy.port(), QStringLiteral("box1")), &error);
+        AmqpBus::create(m_broker->addressAt(proxy.port(), QStringLiteral("box1")), &error);
     QVERIFY2(bus, qPrintable(error));
     PaymentsStore store;
     QVERIFY(store.open(m_folder->filePath(QStringLiteral("payments.sqlite"))));

@@ -20,13 +20,15 @@ bool isEnter(const QKeyEvent &key)
 
 SrScannerGuard::SrScannerGuard(QWizard *wizard) : QObject(wizard)
 {
-    for (const int id : wizard->pageIds())
+    const QList<int> ids = wizard->pageIds();
+    for (const int id : ids)
         wizard->page(id)->installEventFilter(this);
     // The framework makes its buttons when they are first asked for.
     for (const auto which :
          {QWizard::BackButton, QWizard::NextButton, QWizard::FinishButton, QWizard::CancelButton})
         wizard->button(which);
-    for (QAbstractButton *button : wizard->findChildren<QAbstractButton *>())
+    const auto buttons = wizard->findChildren<QAbstractButton *>();
+    for (QAbstractButton *button : buttons)
         button->installEventFilter(this);
 }
 

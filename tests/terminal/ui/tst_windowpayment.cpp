@@ -442,8 +442,10 @@ private slots:
         QTest::keyClick(m_window.get(), Qt::Key_3, Qt::ControlModifier);
         QTest::mouseClick(child<QPushButton>("pbBillSend"), Qt::LeftButton);
         QTest::keyClick(m_window.get(), Qt::Key_1, Qt::ControlModifier);
+        // The scanner's window had the keyboard until now.
         step(
-            QStringLiteral("trigger"), [] { return enabled("leAccount"); },
+            QStringLiteral("trigger"),
+            [] { return enabled("leAccount") && CashierHands::front()->isActiveWindow(); },
             [this] {
                 return m_hands.click(QStringLiteral("leAccount")) && m_hands.press(Qt::Key_F9);
             });

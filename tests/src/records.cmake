@@ -12,7 +12,9 @@ target_compile_definitions(records_test_support PRIVATE
 
 foreach(name IN ITEMS
         tst_sraccount tst_srbillingexchange tst_srcounter tst_srdocument tst_srhtml tst_srobject tst_srpayment
-        tst_srpaymentqr tst_srreceipt tst_srreceiptaddress tst_srreceiptline tst_srrequest tst_srservice tst_srshowntext tst_srvalues
+        tst_srpaymentqr tst_srreceipt tst_srreceiptaddress tst_srreceiptline tst_srrequest
+        tst_srrequestseed tst_srservice
+        tst_srservicecells tst_srshowntext tst_srvalues
         individual/tst_srpersonalaccount individual/tst_srpersonalaccounthtml individual/tst_srpersonalaccountreceipt
         legal/tst_srlegalaccount legal/tst_srlegalaccounthtml legal/tst_srlegalaccountreceipt)
     get_filename_component(test ${name} NAME)

@@ -183,6 +183,9 @@ void TestSrBillingExchange::answer_data()
     QTest::newRow("result as text")
         << replyHeaders() << QVariantMap{{result, QStringLiteral("12")}, {resultDescription, text}}
         << Outcome::Failure << true << text;
+    QTest::newRow("result below one as text")
+        << replyHeaders() << QVariantMap{{result, QStringLiteral("0.5")}, {resultDescription, text}}
+        << Outcome::Failure << true << text;
     QTest::newRow("result beyond 32 bits")
         << replyHeaders() << QVariantMap{{result, qint64(4294967296)}, {resultDescription, text}}
         << Outcome::Failure << true << text;

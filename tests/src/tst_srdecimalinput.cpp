@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QTest>
+#include <QValidator>
 
 class TestSrDecimalInput : public QObject
 {
@@ -14,6 +15,23 @@ private slots:
     void amount_data();
     void amount();
     void unitStaysAsItIs();
+    void boxMendsAnUnfinishedAmount();
+};
+
+/// Notes what it is asked to mend.
+class MendingBox : public QDoubleSpinBox
+{
+    Q_OBJECT
+
+public:
+    mutable QStringList mended;
+
+protected:
+    void fixup(QString &input) const override
+    {
+        mended.append(input);
+        input = QStringLiteral("7");
+    }
 };
 
 void TestSrDecimalInput::amount_data()
@@ -73,6 +91,21 @@ void TestSrDecimalInput::unitStaysAsItIs()
     QCOMPARE(box.text(), QStringLiteral("1,50, р."));
     QTest::keyClick(&box, Qt::Key_Up);
     QCOMPARE(box.text(), QStringLiteral("2,50, р."));
+}
+
+void TestSrDecimalInput::boxMendsAnUnfinishedAmount()
+{
+    MendingBox box;
+    box.setLocale(QLocale::c());
+    box.setRange(5.0, 100.0);
+    srAcceptBothDecimalSigns(&box);
+    auto *line = box.findChild<QLineEdit *>();
+    line->setText(QStringLiteral("1"));
+    QVERIFY(!line->hasAcceptableInput());
+    QString input = line->text();
+    line->validator()->fixup(input);
+    QCOMPARE(input, QStringLiteral("7"));
+    QCOMPARE(box.mended.last(), QStringLiteral("1"));
 }
 
 QTEST_MAIN(TestSrDecimalInput)

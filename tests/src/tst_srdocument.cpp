@@ -31,6 +31,7 @@ private slots:
     void isReady();
     void distribution();
     void distributionOnReadOnlyServices();
+    void fieldsBehindTheDebtAreDroppedToo();
     void docNumberIsReadOnlyInSingleDocFormat();
     void docNumberIsStoredTrimmed();
     void moneySetters();
@@ -258,12 +259,16 @@ void TestSrDocument::isReady_data()
         << Services{service(1, zero, zero), service(2, zero, zero)} << true;
     QTest::newRow("due, nothing distributed")
         << Services{service(1, zero, zero), service(2, some, zero)} << false;
+    QTest::newRow("due before nothing due, nothing distributed")
+        << Services{service(1, some, zero), service(2, zero, zero)} << false;
     QTest::newRow("overpaid, nothing distributed") << Services{service(1, negative, zero)} << false;
     QTest::newRow("something distributed")
         << Services{service(1, some, some), service(2, some, zero)} << true;
     QTest::newRow("distributed without a due") << Services{service(1, zero, some)} << true;
     QTest::newRow("one negative") << Services{service(1, some, some), service(2, some, negative)}
                                   << false;
+    QTest::newRow("negative before another")
+        << Services{service(1, some, negative), service(2, some, some)} << false;
     QTest::newRow("negative, nothing due") << Services{service(1, zero, negative)} << false;
 }
 
@@ -284,6 +289,9 @@ void TestSrDocument::distribution()
     QCOMPARE(document.amount().toString(), QStringLiteral("12.35"));
     document.cleanDebt();
     QCOMPARE(document.amount().toString(), QStringLiteral("0.00"));
+    // As it travels to billing.
+    QCOMPARE(document.services().first().getValue(SrService::FIELD_DISTRIBUTED),
+             QVariant(QStringLiteral("0.00")));
     QCOMPARE(before.amount().toString(), QStringLiteral("1.00"));
 }
 
@@ -296,6 +304,18 @@ void TestSrDocument::distributionOnReadOnlyServices()
     QCOMPARE(document.amount().toString(), QStringLiteral("2.00"));
     document.cleanDebt();
     QCOMPARE(document.amount().toString(), QStringLiteral("2.00"));
+}
+
+void TestSrDocument::fieldsBehindTheDebtAreDroppedToo()
+{
+    QVariantList fields = shortFormat();
+    fields.append(field(QStringLiteral("remainder"), QStringLiteral("7.00")));
+    fields.append(field(QStringLiteral("fio"), QStringLiteral("ООО «Ручей»")));
+    SrDocument document;
+    document.parseSingleDocFormat(QStringLiteral("А-17"), fields);
+    QCOMPARE(document.topay().toString(), QStringLiteral("250.00"));
+    QVERIFY(document.getField(QStringLiteral("fio")).isEmpty());
+    QVERIFY(document.getField(QStringLiteral("remainder")).isEmpty());
 }
 
 void TestSrDocument::docNumberIsReadOnlyInSingleDocFormat()

@@ -83,7 +83,10 @@ void TestSrPaymentQr::period_data()
     QTest::newRow("point") << QStringLiteral("03.2024") << 3 << 2024;
     QTest::newRow("slash") << QStringLiteral("03/2024") << 3 << 2024;
     QTest::newRow("one digit") << QStringLiteral("3.2024") << 3 << 2024;
+    QTest::newRow("January") << QStringLiteral("01.2024") << 1 << 2024;
     QTest::newRow("December") << QStringLiteral("12.2024") << 12 << 2024;
+    QTest::newRow("first year") << QStringLiteral("03.2000") << 3 << 2000;
+    QTest::newRow("before the first year") << QStringLiteral("03.1999") << 0 << 0;
     QTest::newRow("blanks around") << QStringLiteral(" 03.2024\r") << 3 << 2024;
     QTest::newRow("year only") << QStringLiteral("2024") << 0 << 0;
     QTest::newRow("empty") << QString() << 0 << 0;

@@ -13,6 +13,7 @@ class TestSrReceiptLine : public QObject
 private slots:
     void serviceLine_data();
     void serviceLine();
+    void methodOfServiceIsTheProfiles();
     void amountLine();
     void agentAndSupplier_data();
     void agentAndSupplier();
@@ -52,6 +53,17 @@ void TestSrReceiptLine::serviceLine()
     QCOMPARE(static_cast<int>(line.method()), 4);
     QTEST(static_cast<int>(line.itemType()), "itemType");
     QCOMPARE(static_cast<int>(line.agentFlag()), 0);
+}
+
+void TestSrReceiptLine::methodOfServiceIsTheProfiles()
+{
+    for (const int method : {1, 3, 7}) {
+        OnlineKkmInfo profile = HostStation::profile();
+        profile.setDefaultCalcType(static_cast<PaymentMethod>(method));
+        const CheckOperation line = SrReceiptLine::forService(
+            QStringLiteral("Вода"), service(1, QStringLiteral("1.00")), profile);
+        QCOMPARE(static_cast<int>(line.method()), method);
+    }
 }
 
 void TestSrReceiptLine::amountLine()

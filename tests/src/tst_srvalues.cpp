@@ -75,9 +75,11 @@ void TestSrValues::integer_data()
     QTest::newRow("integer") << QVariant(17) << qint64(17);
     QTest::newRow("double without a fraction") << QVariant(1e6) << qint64(1000000);
     QTest::newRow("double with a fraction") << QVariant(12.7) << qint64(0);
+    QTest::newRow("float with a fraction") << QVariant::fromValue(1.5F) << qint64(0);
     QTest::newRow("double at the lower end")
         << QVariant(-9223372036854775808.0) << std::numeric_limits<qint64>::min();
     QTest::newRow("double beyond 64 bits") << QVariant(9223372036854775808.0) << qint64(0);
+    QTest::newRow("double below 64 bits") << QVariant(-1e19) << qint64(0);
     QTest::newRow("not a number") << QVariant(std::numeric_limits<double>::quiet_NaN())
                                   << qint64(0);
     QTest::newRow("map") << QVariant(QVariantMap()) << qint64(0);

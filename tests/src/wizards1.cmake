@@ -32,7 +32,7 @@ foreach(name IN ITEMS
         legal/tst_selmarlegalwizard legal/tst_srlstartpage legal/tst_srlstartpageexchange
         legal/tst_srlstartpagescan
         tst_handlerstart tst_handlerstartorder tst_selmarrivenholdhandler tst_srdecimalinput tst_srmessagebox tst_srpluginbuild tst_srreplywait
-        tst_srscanfield tst_srscannerguard tst_srwizardcontext)
+        tst_srscanfield tst_srscannerguard tst_srstartpageexchange tst_srwizardcontext)
     get_filename_component(test ${name} NAME)
     selmar_test(${test}
         SOURCES ${name}.cpp

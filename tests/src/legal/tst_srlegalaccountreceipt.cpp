@@ -202,6 +202,8 @@ void TestSrLegalAccountReceipt::startAmountAndOneDocument_data()
         << 100 << QStringLiteral("0.00") << QStringLiteral("820.10");
     QTest::newRow("start amount, negative remainder")
         << 100 << QStringLiteral("-5.00") << QStringLiteral("820.10");
+    QTest::newRow("start amount and remainder of one kopeck")
+        << 1 << QStringLiteral("0.01") << QStringLiteral("820.11");
     QTest::newRow("no start amount") << 0 << QStringLiteral("12.30") << QStringLiteral("820.10");
 }
 

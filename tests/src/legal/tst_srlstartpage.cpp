@@ -95,6 +95,7 @@ private slots:
     void code_data();
     void code();
     void codeWithADocumentShowsTheAmount();
+    void anotherTextIsNoCode();
 
 private:
     std::unique_ptr<GuiTestGuard> m_guard;
@@ -449,6 +450,18 @@ void TestSrLStartPage::codeWithADocumentShowsTheAmount()
     form.start->parseQr(QStringLiteral("ST00012|PersAcc=5|BarCode=7|Sum=100"));
     QVERIFY(form.offersAmount());
     QCOMPARE(form.host.lastBody().value(QStringLiteral("summ")), QVariant(1.0));
+}
+
+void TestSrLStartPage::anotherTextIsNoCode()
+{
+    Form form;
+    form.leAccount->setText(QStringLiteral("old"));
+    for (const QString &text :
+         {QString(), QStringLiteral("100200300"), QStringLiteral("ST0002|PersAcc=5|BarCode=7")})
+        form.start->parseQr(text);
+    QCOMPARE(form.host.sent().size(), 0);
+    QCOMPARE(form.leAccount->text(), QStringLiteral("old"));
+    QVERIFY(form.leContract->text().isEmpty());
 }
 
 QTEST_MAIN(TestSrLStartPage)

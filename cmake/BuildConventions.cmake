@@ -25,6 +25,19 @@ if(SELMAR_SANITIZERS)
     target_link_options(selmar_sanitizers INTERFACE -fsanitize=${SELMAR_SANITIZERS})
 endif()
 
+add_library(selmar_coverage INTERFACE)
+if(SELMAR_COVERAGE)
+    # The counters' own functions are no entry points of the plugin.
+    target_link_options(selmar_coverage INTERFACE --coverage -Wl,--exclude-libs,libgcov.a)
+endif()
+
+# selmar_count_lines(TARGET): with SELMAR_COVERAGE the lines of this target are counted when they run.
+function(selmar_count_lines target)
+    if(SELMAR_COVERAGE)
+        target_compile_options(${target} PRIVATE --coverage)
+    endif()
+endfunction()
+
 add_library(selmar_qt_strict INTERFACE)
 target_compile_definitions(selmar_qt_strict INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING
@@ -35,7 +48,7 @@ target_compile_definitions(selmar_qt_strict INTERFACE
 # selmar_conventions(TARGET): language level, warnings as errors, sanitizers, strict Qt and hidden symbols.
 function(selmar_conventions target)
     target_compile_features(${target} PUBLIC cxx_std_17)
-    target_link_libraries(${target} PRIVATE selmar_warnings selmar_sanitizers selmar_qt_strict)
+    target_link_libraries(${target} PRIVATE selmar_warnings selmar_sanitizers selmar_coverage selmar_qt_strict)
     set_target_properties(${target} PROPERTIES
         CXX_EXTENSIONS OFF
         CXX_VISIBILITY_PRESET hidden

@@ -1,7 +1,8 @@
 # selmar_test(NAME SOURCES ... [LIBRARIES ...] LABELS ... [ENVIRONMENT ...] [ARGUMENTS ...])
 #
 # One QtTest binary per class. It runs without a display, with its own home folder, so that a test never reads what the
-# person at this machine keeps, and fails rather than hangs.
+# person at this machine keeps, and fails rather than hangs. A folder whose tests all bear a label sets it once, in
+# SELMAR_FOLDER_LABELS.
 function(selmar_test name)
     cmake_parse_arguments(PARSE_ARGV 1 test "" "TIMEOUT" "SOURCES;LIBRARIES;LABELS;ENVIRONMENT;ARGUMENTS")
     add_executable(${name} ${test_SOURCES})
@@ -21,7 +22,7 @@ function(selmar_test name)
     set(home "${PROJECT_BINARY_DIR}/tests/home/${name}")
     file(MAKE_DIRECTORY "${home}")
     set_tests_properties(${name} PROPERTIES
-        LABELS "${test_LABELS}"
+        LABELS "${test_LABELS};${SELMAR_FOLDER_LABELS}"
         TIMEOUT ${test_TIMEOUT}
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${home};XDG_RUNTIME_DIR=${home};LC_ALL=C.UTF-8;QTEST_FUNCTION_TIMEOUT=${function_timeout};${SELMAR_SANITIZER_ENVIRONMENT};${test_ENVIRONMENT}")
 endfunction()

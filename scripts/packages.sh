@@ -9,7 +9,7 @@ SELMAR_BUILD_PACKAGES=(
 # Properties are checked with values that a library makes up and shrinks.
 # Some start a message broker of their own, with certificates of their own making.
 # Power cuts are played with what the database engine writes.
-SELMAR_TEST_PACKAGES=(poppler-utils librapidcheck-dev dpkg-dev rabbitmq-server openssl libsqlite3-dev)
+SELMAR_TEST_PACKAGES=(poppler-utils librapidcheck-dev dpkg-dev rabbitmq-server openssl libsqlite3-dev python3)
 # The benchmark and its growth curves, only for scripts/bench.sh.
 SELMAR_BENCH_PACKAGES=(libbenchmark-dev libqt5charts5-dev)
 # The fuzzing engine, only for scripts/fuzz.sh.
@@ -17,6 +17,8 @@ SELMAR_FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 # Readers of the code and of a running program, only for scripts/analyse.sh, scripts/memcheck.sh and the preset
 # asan-ubsan-clang.
 SELMAR_ANALYSIS_PACKAGES=(clang libclang-rt-14-dev clang-tidy clazy valgrind)
+# Counting the lines that tests run, only for scripts/coverage.sh.
+SELMAR_COVERAGE_PACKAGES=(gcovr)
 
 # Prints those of the named packages that are not installed, one per line.
 missing_packages() {

@@ -22,5 +22,6 @@ add_library(selmar_records OBJECT
     individual/srpersonalaccount.cpp individual/srpersonalaccount.h
     legal/srlegalaccount.cpp legal/srlegalaccount.h)
 selmar_conventions(selmar_records)
+selmar_count_lines(selmar_records)
 target_include_directories(selmar_records PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
 target_link_libraries(selmar_records PUBLIC Qt5::Core basixcore molvacore)

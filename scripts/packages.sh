@@ -9,7 +9,8 @@ SELMAR_BUILD_PACKAGES=(
 # Properties are checked with values that a library makes up and shrinks.
 # Some start a message broker of their own, with certificates of their own making.
 # Power cuts are played with what the database engine writes.
-SELMAR_TEST_PACKAGES=(poppler-utils librapidcheck-dev dpkg-dev rabbitmq-server openssl libsqlite3-dev python3)
+# The mutation script reads C++ with clang.
+SELMAR_TEST_PACKAGES=(poppler-utils librapidcheck-dev dpkg-dev rabbitmq-server openssl libsqlite3-dev python3 python3-clang-14)
 # The benchmark and its growth curves, only for scripts/bench.sh.
 SELMAR_BENCH_PACKAGES=(libbenchmark-dev libqt5charts5-dev)
 # The fuzzing engine, only for scripts/fuzz.sh.

@@ -1,0 +1,41 @@
+// What the self-test of the mutation script changes. Each function's comment says what must become
+// of its mutants.
+int toyCalls = 0;
+
+void toyNote()
+{
+    ++toyCalls;
+}
+
+// Both comparisons are noticed: the test has a pair below, a pair equal and a pair above.
+bool toyAbove(int a, int b)
+{
+    return a > b;
+}
+
+// "and" for "or" and either side alone are noticed.
+bool toyEither(bool a, bool b)
+{
+    return a || b;
+}
+
+// The boundary is not tested: ">=" must survive, "<=" must not.
+int toyCapped(int value)
+{
+    if (value > 10)
+        return 10;
+    return value;
+}
+
+// Nobody looks whether the note was made: the removed call must survive.
+int toyDouble(int value)
+{
+    toyNote();
+    return value + value;
+}
+
+// No test comes here.
+int toyUnused()
+{
+    return 7;
+}

@@ -13,6 +13,8 @@ SELMAR_BUILD_PACKAGES=(
 SELMAR_TEST_PACKAGES=(poppler-utils librapidcheck-dev dpkg-dev rabbitmq-server openssl libsqlite3-dev python3 python3-clang-14)
 # The benchmark and its growth curves, only for scripts/bench.sh.
 SELMAR_BENCH_PACKAGES=(libbenchmark-dev libqt5charts5-dev)
+# A clean Debian to install the packages into, and who looks at them: scripts/packages-check.sh.
+SELMAR_CHECK_PACKAGES=(debootstrap lintian desktop-file-utils)
 # The fuzzing engine, only for scripts/fuzz.sh.
 SELMAR_FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 # Readers of the code and of a running program, only for scripts/analyse.sh, scripts/memcheck.sh and the preset

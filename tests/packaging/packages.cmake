@@ -31,6 +31,8 @@ foreach(name IN ITEMS selmar-platform selmar-platform-dev selmarrivenhold-plugin
     if(NOT count EQUAL 1)
         message(FATAL_ERROR "expected one package ${name} ${VERSION}, found: ${file}")
     endif()
+    step("maintainer of ${name}" "${DPKG_DEB}" -f "${file}" Maintainer)
+    require("${step_output}" "<[^@>]+@[^>]*\\.[^>]+>" "somebody to write to about ${name}")
     step("fields of ${name}" "${DPKG_DEB}" -f "${file}" Depends)
     set(depends_${name} "${step_output}")
     if(NOT name STREQUAL "selmar-platform")
@@ -45,12 +47,23 @@ require("${depends_selmar-platform}" "libqt5sql5-sqlite" "the libraries need the
 require("${depends_selmarrivenhold-plugin}" "libqt5widgets5" "the plugin names what it is linked with")
 require("${depends_selmar-terminal}" "selmarrivenhold-plugin \\(= ${VERSION}\\)" "the terminal needs the plugin of its own version")
 
-foreach(file IN ITEMS share/man/man1/selmar-terminal.1 share/applications/selmar-terminal.desktop
+foreach(file IN ITEMS share/man/man1/selmar-terminal.1.gz share/man/man1/selmar-billing-worker.1.gz
+        share/applications/selmar-terminal.desktop
         share/icons/hicolor/scalable/apps/selmar-terminal.svg)
     if(NOT EXISTS "${root}/usr/${file}")
         message(FATAL_ERROR "not packed: ${file}")
     endif()
 endforeach()
+
+foreach(name IN ITEMS selmar-platform selmarrivenhold-plugin selmar-terminal)
+    foreach(file IN ITEMS copyright changelog.gz)
+        if(NOT EXISTS "${root}/usr/share/doc/${name}/${file}")
+            message(FATAL_ERROR "${name} has no ${file}")
+        endif()
+    endforeach()
+endforeach()
+file(READ "${SOURCE_DIR}/packaging/changelog" changelog)
+require("${changelog}" "^selmarrivenhold \\(${VERSION}\\)" "the newest entry of the changelog")
 
 set(terminal "${root}/usr/bin/selmar-terminal")
 step("version" "${terminal}" --version)

@@ -233,7 +233,7 @@ private slots:
             InProcessBus::Answer answer;
             answer.headers = {{QStringLiteral("msgType"), QStringLiteral("test")}};
             answer.body = QByteArrayLiteral("{}");
-            return InProcessBus::Outcome{QString(), answer};
+            return InProcessBus::Outcome{QString(), answer, {}};
         });
         CountingRegister fiscalRegister;
         int wrappers = 0;

@@ -20,5 +20,5 @@ public:
     bool pay(const basix::FixNumber &amount, QString &error, QStringList &slip) override;
 
 private:
-    std::unique_ptr<PosEmulator> m_emulator;
+    std::shared_ptr<PosEmulator> m_emulator;
 };

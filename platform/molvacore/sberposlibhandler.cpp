@@ -4,7 +4,7 @@
 
 SberPosLibHandler::SberPosLibHandler(QObject *parent)
     : PosHandler(parent),
-      m_emulator(std::make_unique<PosEmulator>(QStringLiteral("КАРТОЧНЫЙ ТЕРМИНАЛ, ТИП 2"),
+      m_emulator(std::make_shared<PosEmulator>(QStringLiteral("КАРТОЧНЫЙ ТЕРМИНАЛ, ТИП 2"),
                                                QStringLiteral("00000002")))
 {
 }
@@ -18,5 +18,8 @@ bool SberPosLibHandler::init(QString &error)
 
 bool SberPosLibHandler::pay(const basix::FixNumber &amount, QString &error, QStringList &slip)
 {
-    return m_emulator->pay(amount, error, slip);
+    // A slow terminal keeps the events going, and whoever owns this may be destroyed by one of
+    // them.
+    const std::shared_ptr<PosEmulator> emulator = m_emulator;
+    return emulator->pay(amount, error, slip);
 }

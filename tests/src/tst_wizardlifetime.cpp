@@ -3,6 +3,7 @@
 #include "sampleproviders.h"
 
 #include <molvacore/cardchargelog.h>
+#include <molvacore/posactivity.h>
 
 #include <QMetaEnum>
 #include <QTest>
@@ -50,12 +51,14 @@ public:
         OnThePaymentPage,
         AskedForTheCardAmount,
         TerminalRefusedTheCard,
+        TerminalAtWork,
         CardCharged,
         RefusedByBilling,
         WithoutARegister,
         Printing,
         ReceiptRefused,
         Saving,
+        HandingOn,
         TellingThatItIsSent
     };
     Q_ENUM(State)
@@ -76,6 +79,7 @@ private slots:
 
     void everyEndInEveryState_data();
     void everyEndInEveryState();
+    void aPackThatNobodyCanSaveIsInTheTrace();
 
 private:
     static bool opensADialog(State state);
@@ -87,6 +91,7 @@ private:
 
     std::unique_ptr<PaymentFlow> m_flow;
     std::unique_ptr<PassingBus> m_bus;
+    std::unique_ptr<QObject> m_working; ///< ends what listens to the card terminal
     bool m_ended = false;
 };
 
@@ -99,6 +104,8 @@ void TestWizardLifetime::init()
     plugin->setMessageReciever(m_bus.get(), SIGNAL(incomingMessage(QVariantMap, QString)));
     plugin->setMessageSender(m_bus.get(), SLOT(sendMessage(QString, QVariant)));
     plugin->setPayStatusReciever(m_bus.get(), SIGNAL(paymentStatus(QVariant)));
+    m_working = std::make_unique<QObject>();
+    PosActivity::setSlowTime(0);
     m_ended = false;
 }
 
@@ -107,6 +114,7 @@ void TestWizardLifetime::cleanup()
     const QString problems = m_flow->problems();
     m_flow.reset();
     m_bus.reset();
+    m_working.reset();
     QCOMPARE(problems, QString());
 }
 
@@ -181,9 +189,12 @@ void TestWizardLifetime::goTo(State state, bool isLegal)
     m_flow->tabTo(QWizard::NextButton).press(Qt::Key_Space);
     if (state == OnThePaymentPage || state == WithoutARegister)
         return;
-    if (state == TerminalRefusedTheCard || state == CardCharged || state == AskedForTheCardAmount) {
+    if (state == TerminalRefusedTheCard || state == TerminalAtWork || state == CardCharged
+        || state == AskedForTheCardAmount) {
         if (state == TerminalRefusedTheCard)
             m_flow->database.setCardTerminal(1, QStringLiteral("decline"));
+        if (state == TerminalAtWork)
+            m_flow->database.setCardTerminal(1, QStringLiteral("slow"));
         m_flow->tabTo("pbCard").press(Qt::Key_Space);
         if (state != AskedForTheCardAmount)
             m_flow->enterInDialog(QStringLiteral("50.00"));
@@ -241,7 +252,9 @@ int TestWizardLifetime::dialogsBehind(State state, End how)
     if (wizardIsGone)
         return 0;
     // The second message of a failed receipt, and the last one of a payment that went through.
-    return state == ReceiptRefused || state == Printing || state == Saving ? 1 : 0;
+    return state == ReceiptRefused || state == Printing || state == Saving || state == HandingOn
+        ? 1
+        : 0;
 }
 
 void TestWizardLifetime::everyEndInEveryState()
@@ -254,6 +267,14 @@ void TestWizardLifetime::everyEndInEveryState()
         m_flow->fiscalRegister->whilePrinting = [this, how] { end(how); };
     else if (state == Saving)
         m_flow->pays->whileSaving = [this, how] { end(how); };
+    else if (state == HandingOn)
+        m_flow->pays->whileHandingOn = [this, how] { end(how); };
+    else if (state == TerminalAtWork)
+        connect(PosActivity::instance(), &PosActivity::busyChanged, m_working.get(),
+                [this, how](bool busy) {
+                    if (busy)
+                        end(how);
+                });
     else if (opensADialog(state))
         endInDialog(how);
     else
@@ -280,9 +301,27 @@ void TestWizardLifetime::everyEndInEveryState()
     lateMessages();
 
     // A receipt that was printed has its pack, even when the window went while it was printed.
-    const bool wasPrinted = state == Printing || state == Saving || state == TellingThatItIsSent;
+    const bool wasPrinted =
+        state == Printing || state == Saving || state == HandingOn || state == TellingThatItIsSent;
     QCOMPARE(m_flow->pays->packs.size(), wasPrinted ? 1 : 0);
-    QCOMPARE(CardChargeLog::charges().size(), state == CardCharged ? 1 : 0);
+    // A terminal at work charges the card, whatever becomes of the window.
+    QCOMPARE(CardChargeLog::charges().size(), state == CardCharged || state == TerminalAtWork);
+}
+
+/// The host closes the window while the register prints, and then the disk is full: nobody is there
+/// to read a box, so the trace names the pack.
+void TestWizardLifetime::aPackThatNobodyCanSaveIsInTheTrace()
+{
+    m_flow->pays->saves = false;
+    goTo(Printing, false);
+    m_flow->fiscalRegister->whilePrinting = [this] { end(WizardDestroyed); };
+    m_flow->execute(SampleProviders::individuals());
+    m_flow->dropSteps();
+    QVERIFY(m_ended);
+    QCOMPARE(m_flow->pays->packs.size(), 1);
+    const QString id = QString::number(m_flow->pays->packs.first().id());
+    // Once as it was made, once because it was not saved.
+    QCOMPARE(m_flow->guard.log.containing(QtWarningMsg, id).size(), 2);
 }
 
 QTEST_MAIN(TestWizardLifetime)

@@ -27,6 +27,8 @@ bool FakePaysController::handOnAtOnce() const
 bool FakePaysController::handOn(qint64 packId, QVariantMap &message, QString &error)
 {
     m_record->handedOn.append(packId);
+    if (m_record->whileHandingOn)
+        m_record->whileHandingOn();
     if (m_record->handsOn)
         message = m_record->message;
     else

@@ -21,7 +21,8 @@ public:
         bool handsOn = true;
         QString handOnError = QStringLiteral("Нет связи с процессингом");
         QVariantMap message = {{QStringLiteral("pack"), QStringLiteral("as handed on")}};
-        std::function<void()> whileSaving; ///< runs inside savePack()
+        std::function<void()> whileSaving;    ///< runs inside savePack()
+        std::function<void()> whileHandingOn; ///< runs inside handOn()
 
         QVector<PayPack> packs;   ///< of every savePack(), failed ones included
         QVector<bool> complete;   ///< second argument of every savePack()

@@ -1,5 +1,7 @@
 #include "democount.h"
 
+#include "buspacks.h"
+
 #include <app/terminalcontext.h>
 
 #include <molvacore/cardchargelog.h>
@@ -31,7 +33,8 @@ DemoCount DemoCount::since(const DemoCount &before) const
     return difference;
 }
 
-DemoVerdict::DemoVerdict(TerminalContext &context, const DemoCount &count) : m_count(count)
+DemoVerdict::DemoVerdict(TerminalContext &context, const DemoCount &count, qint64 busMoment)
+    : m_count(count)
 {
     expect(QStringLiteral("чеков в журнале кассы"), 1, count.receipts);
     expect(QStringLiteral("пачек в хранилище платежей"), 1, count.saved);
@@ -57,6 +60,7 @@ DemoVerdict::DemoVerdict(TerminalContext &context, const DemoCount &count) : m_c
     expect(QStringLiteral("безналичными в чеке"), m_card,
            document.value(FiscalTag::key(FiscalTag::CashlessSum)).toLongLong());
 
+    compareWithBus(context, busMoment);
     if (!context.billingIsOwn())
         return;
     qint64 taken = 0;
@@ -65,6 +69,20 @@ DemoVerdict::DemoVerdict(TerminalContext &context, const DemoCount &count) : m_c
         taken += payment.sum;
     expect(QStringLiteral("сумма, принятая биллингом"), m_amount, taken);
     expect(QStringLiteral("та же пачка у биллинга"), 1, context.billing().hasPack(id) ? 1 : 0);
+}
+
+void DemoVerdict::compareWithBus(TerminalContext &context, qint64 busMoment)
+{
+    const BusPacks bus = BusPacks::since(context.busJournal(), busMoment);
+    m_disagreements += bus.problems();
+    expect(QStringLiteral("пачек на шине"), 1, bus.packs().size());
+    const BusPacks::Pack *pack = bus.find(m_packId);
+    expect(QStringLiteral("та же пачка на шине"), 1, pack ? 1 : 0);
+    if (!pack)
+        return;
+    expect(QStringLiteral("сумма пачки на шине"), m_amount, pack->amount);
+    expect(QStringLiteral("наличными в пачке на шине"), m_cash, pack->cash);
+    expect(QStringLiteral("картой в пачке на шине"), m_card, pack->card);
 }
 
 QJsonObject DemoVerdict::summary() const

@@ -8,8 +8,8 @@
 class TerminalContext;
 
 /// One payment, counted where each of its traces is kept: the card emulator's log of charges, the
-/// store of pay packs, the register's journal and billing's database. No number is taken from the
-/// plugin's windows.
+/// store of pay packs, the register's journal, the bus and billing's database. No number is taken
+/// from the plugin's windows.
 ///
 /// Amounts are whole kopecks. A count of a payment is the difference of what is there after it and
 /// before it.
@@ -29,8 +29,8 @@ struct DemoCount
 class DemoVerdict
 {
 public:
-    /// `count`: what this payment added.
-    DemoVerdict(TerminalContext &context, const DemoCount &count);
+    /// `count`: what this payment added. `busMoment`: of the bus journal before it, see BusPacks.
+    DemoVerdict(TerminalContext &context, const DemoCount &count, qint64 busMoment);
 
     bool agrees() const { return m_disagreements.isEmpty(); }
     QStringList disagreements() const { return m_disagreements; }
@@ -41,6 +41,7 @@ public:
 
 private:
     void expect(const QString &what, qint64 expected, qint64 found);
+    void compareWithBus(TerminalContext &context, qint64 busMoment);
 
     DemoCount m_count;
     qint64 m_packId = 0;

@@ -1,5 +1,6 @@
 #include "demorun.h"
 
+#include "buspacks.h"
 #include "democount.h"
 
 #include <app/terminalcontext.h>
@@ -82,6 +83,7 @@ bool DemoRun::run()
         return false;
     }
     const DemoCount before = DemoCount::now(m_context);
+    const qint64 busMoment = BusPacks::moment(m_context.busJournal());
     planAccount();
     planPayment();
     planFinish();
@@ -97,7 +99,7 @@ bool DemoRun::run()
         loop.exec();
     }
 
-    const DemoVerdict verdict(m_context, DemoCount::now(m_context).since(before));
+    const DemoVerdict verdict(m_context, DemoCount::now(m_context).since(before), busMoment);
     m_window.showJournal();
     // The page that was just shown takes its sizes first.
     QApplication::processEvents();

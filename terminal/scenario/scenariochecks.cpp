@@ -1,13 +1,17 @@
 #include "scenariochecks.h"
 
+#include "buspacks.h"
 #include "cashierhands.h"
 #include "roubles.h"
 
 #include <app/terminalcontext.h>
+#include <ui/journalmodel.h>
 
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
+#include <QLabel>
 #include <QLineEdit>
+#include <QTableView>
 #include <QTextBrowser>
 
 using Relation = BusJournalEntry::Relation;
@@ -26,6 +30,17 @@ QString textOf(QWidget *widget)
     return widget ? widget->property("text").toString() : QString();
 }
 
+BusPacks::Pack partsOf(const PaymentRecord &record)
+{
+    return {record.packId, record.sum.value(), record.cash.value(), record.card.value()};
+}
+
+QString textOf(const BusPacks::Pack &pack)
+{
+    return QStringLiteral("%1 = %2 наличными + %3 картой")
+        .arg(Roubles::text(pack.amount), Roubles::text(pack.cash), Roubles::text(pack.card));
+}
+
 } // namespace
 
 ScenarioChecks::ScenarioChecks(TerminalContext &context) : m_context(context) {}
@@ -33,8 +48,7 @@ ScenarioChecks::ScenarioChecks(TerminalContext &context) : m_context(context) {}
 void ScenarioChecks::begin()
 {
     m_before = DemoCount::now(m_context);
-    const BusJournal &journal = m_context.busJournal();
-    m_lastMessage = journal.size() > 0 ? journal.at(journal.size() - 1).number : 0;
+    m_busMoment = BusPacks::moment(m_context.busJournal());
 }
 
 QWizard *ScenarioChecks::frontWizard()
@@ -108,7 +122,7 @@ int ScenarioChecks::messages(Relation relation) const
     int found = 0;
     for (int i = 0; i < journal.size(); ++i) {
         const BusJournalEntry &entry = journal.at(i);
-        found += entry.number > m_lastMessage && entry.relation == relation ? 1 : 0;
+        found += entry.number > m_busMoment && entry.relation == relation ? 1 : 0;
     }
     return found;
 }
@@ -121,25 +135,52 @@ ScenarioChecks::Found ScenarioChecks::sum(const QString &what, qint64 expected)
     return {found == expected, QStringLiteral("найдено %1").arg(Roubles::text(found))};
 }
 
-qint64 ScenarioChecks::packSum(bool cash, bool card)
+QVector<PaymentRecord> ScenarioChecks::newPacks()
 {
     const int added = DemoCount::now(m_context).since(m_before).saved;
+    return m_context.payments().records(PaymentFilter(), 0, added);
+}
+
+qint64 ScenarioChecks::packSum(bool cash, bool card)
+{
     qint64 sum = 0;
-    for (const PaymentRecord &pack : m_context.payments().records(PaymentFilter(), 0, added))
+    for (const PaymentRecord &pack : newPacks())
         sum += cash ? pack.cash.value() : card ? pack.card.value() : pack.sum.value();
     return sum;
 }
 
 qint64 ScenarioChecks::billingSum()
 {
-    const int added = DemoCount::now(m_context).since(m_before).saved;
     qint64 sum = 0;
-    for (const PaymentRecord &pack : m_context.payments().records(PaymentFilter(), 0, added)) {
+    for (const PaymentRecord &pack : newPacks()) {
         const auto payments = m_context.billing().takenPayments(QString::number(pack.packId));
         for (const TakenPayment &payment : payments)
             sum += payment.sum;
     }
     return sum;
+}
+
+QStringList ScenarioChecks::busDisagreements(const BusPacks &bus)
+{
+    QStringList wrong = bus.problems();
+    for (const BusPacks::Pack &pack : bus.packs()) {
+        const QString id = QString::number(pack.id);
+        const std::optional<PaymentRecord> stored = m_context.payments().record(pack.id);
+        if (!stored) {
+            wrong.append(QStringLiteral("Пачка № %1 есть на шине, в хранилище её нет.").arg(id));
+            continue;
+        }
+        const BusPacks::Pack same = partsOf(*stored);
+        if (!(pack == same))
+            wrong.append(QStringLiteral("Пачка № %1 на шине %2, в хранилище %3.")
+                             .arg(id, textOf(pack), textOf(same)));
+    }
+    for (const PaymentRecord &stored : newPacks()) {
+        if (stored.state >= PackState::Posted && !bus.find(stored.packId))
+            wrong.append(
+                QStringLiteral("Пачка № %1 проведена, а на шине её не было.").arg(stored.packId));
+    }
+    return wrong;
 }
 
 QStringList ScenarioChecks::disagreements(qint64 screen, const QStringList &expected,
@@ -158,9 +199,42 @@ QStringList ScenarioChecks::disagreements(qint64 screen, const QStringList &expe
     compare(QStringLiteral("на экране"), wanted(0), screen);
     compare(QStringLiteral("в журнале кассы"), wanted(1), added.receiptTotal);
     compare(QStringLiteral("в хранилище"), wanted(2), packSum(false, false));
-    compare(QStringLiteral("у биллинга"), wanted(3), billingSum());
+    const BusPacks bus = BusPacks::since(m_context.busJournal(), m_busMoment);
+    compare(QStringLiteral("на шине"), wanted(3), bus.amount());
+    compare(QStringLiteral("у биллинга"), wanted(4), billingSum());
     if (!chargesChecked)
         compare(QStringLiteral("списано с карты, против пачек"), packSum(false, true),
                 added.charged);
+    return wrong + busDisagreements(bus);
+}
+
+QStringList ScenarioChecks::journalDisagreements(QWidget &window)
+{
+    auto *table = window.findChild<QTableView *>(QStringLiteral("tvJournal"));
+    auto *summary = window.findChild<QLabel *>(QStringLiteral("lPaymentDetails"));
+    const QVector<PaymentRecord> packs = newPacks();
+    if (!table || !summary || table->model()->rowCount() < packs.size())
+        return {QStringLiteral("В окне нет журнала платежей или новых строк в нём.")};
+    QStringList wrong;
+    for (int row = 0; row < packs.size(); ++row) {
+        const PaymentRecord &pack = packs.at(row);
+        const auto text = [table, row](JournalModel::Column column) {
+            return table->model()->index(row, column).data().toString();
+        };
+        const BusPacks::Pack shown{pack.packId, Roubles::kopecks(text(JournalModel::Sum)),
+                                   Roubles::kopecks(text(JournalModel::Cash)),
+                                   Roubles::kopecks(text(JournalModel::Card))};
+        const BusPacks::Pack stored = partsOf(pack);
+        table->selectRow(row);
+        const QString number = QString::number(pack.packId);
+        if (!(shown == stored) || text(JournalModel::Account) != pack.account
+            || text(JournalModel::State) != packStateText(pack.state)
+            || !summary->text().contains(number))
+            wrong.append(QStringLiteral(
+                             "Пачка № %1 в журнале на экране: %2, %3, %4, в хранилище: %5, %6, %7.")
+                             .arg(number, text(JournalModel::Account), textOf(shown),
+                                  text(JournalModel::State), pack.account, textOf(stored),
+                                  packStateText(pack.state)));
+    }
     return wrong;
 }

@@ -35,7 +35,7 @@ struct ScenarioCommand
         CheckWidget, ///< ["enabled", "disabled", "shown" or "hidden"; widget]
         CheckText,   ///< [widget, part of its text]
         CheckWizard, ///< ["1" or "0"]: open
-        ExpectSums   ///< [screen, register, store, billing] in roubles
+        ExpectSums   ///< [screen, register, store, bus, billing] in roubles
     };
 
     int line = 0;

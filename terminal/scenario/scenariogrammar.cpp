@@ -92,7 +92,8 @@ void addChecks(Phrases &list)
     add(list, "проверить видно {имя}", Verb::CheckWidget, {QStringLiteral("shown")});
     add(list, "проверить скрыто {имя}", Verb::CheckWidget, {QStringLiteral("hidden")});
     add(list, "проверить поле {имя} = {текст}", Verb::CheckText);
-    add(list, "суммы экран {сумма} касса {сумма} база {сумма} биллинг {сумма}", Verb::ExpectSums);
+    add(list, "суммы экран {сумма} касса {сумма} база {сумма} шина {сумма} биллинг {сумма}",
+        Verb::ExpectSums);
 }
 
 int distance(const QString &a, const QString &b)

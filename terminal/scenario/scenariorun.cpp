@@ -78,9 +78,16 @@ bool ScenarioRun::run(const ScenarioCommands &commands)
     if (m_runner.failed())
         m_failures.prepend(m_runner.failure());
     else
-        m_failures =
-            m_checks.disagreements(m_accepted ? m_screen : 0, m_expectedSums, m_chargesChecked);
+        compare();
     return m_failures.isEmpty();
+}
+
+void ScenarioRun::compare()
+{
+    m_failures =
+        m_checks.disagreements(m_accepted ? m_screen : 0, m_expectedSums, m_chargesChecked);
+    m_window.showJournal();
+    m_failures += m_checks.journalDisagreements(m_window);
 }
 
 void ScenarioRun::plan(const ScenarioCommand &command)

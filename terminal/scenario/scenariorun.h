@@ -17,9 +17,9 @@ class TerminalContext;
 
 /// Carries out a scenario through the plugin's own dialogs, told step by step on the console.
 ///
-/// After the last step the amounts on the screen at Finish, in the register, the store and billing,
-/// and the card's charges against the packs, are compared to the kopeck, whatever the scenario
-/// itself checked.
+/// After the last step the amounts on the screen at Finish, in the register, the store, on the bus,
+/// at billing and in the journal's rows, and the card's charges against the packs, are compared to
+/// the kopeck, whatever the scenario itself checked.
 class ScenarioRun final : public QObject
 {
     Q_OBJECT
@@ -44,6 +44,7 @@ private:
     void planCheck(const ScenarioCommand &command);
     void step(const ScenarioCommand &command, const std::function<bool()> &ready,
               const std::function<bool()> &act);
+    void compare();
     void answerMessage(const ScenarioCommand &command);
     void startPayment(qint64 providerId);
     bool fill(const QString &text, const QString &name);

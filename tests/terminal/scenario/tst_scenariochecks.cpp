@@ -1,12 +1,17 @@
 #include <scenario/scenariochecks.h>
 
 #include <app/terminalcontext.h>
+#include <payments/outbox.h>
+#include <ui/journalmodel.h>
 
 #include <molvacore/payment.h>
 #include <molvacore/paypack.h>
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
+#include <QStandardItemModel>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QVBoxLayout>
@@ -21,6 +26,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<TerminalContext> m_context;
     std::unique_ptr<ScenarioChecks> m_checks;
+    PayPack m_saved;
 
     ScenarioChecks::Found found(Verb verb, const QStringList &arguments)
     {
@@ -41,6 +47,7 @@ private:
         PayPack pack;
         pack.addPayment(payment);
         pack.addCashOperations(payment.summ(), m_context->box().currency());
+        m_saved = pack;
         QVERIFY(m_context->paysController().savePack(pack, true));
     }
 
@@ -139,12 +146,108 @@ private slots:
         QCOMPARE(m_checks->disagreements(1250, {}, false),
                  QStringList({QStringLiteral("Суммы не сошлись, в журнале кассы: ожидалось 12,50, "
                                              "найдено 0,00"),
+                              QStringLiteral("Суммы не сошлись, на шине: ожидалось 12,50, "
+                                             "найдено 0,00"),
                               QStringLiteral("Суммы не сошлись, у биллинга: ожидалось 12,50, "
                                              "найдено 0,00")}));
         const QStringList expected{QStringLiteral("12,50"), QStringLiteral("0"),
-                                   QStringLiteral("12.5"), QStringLiteral("0")};
+                                   QStringLiteral("12.5"), QStringLiteral("0"),
+                                   QStringLiteral("0")};
         QCOMPARE(m_checks->disagreements(1250, expected, false), QStringList());
         QCOMPARE(m_checks->disagreements(1251, expected, false).size(), 1);
+    }
+
+    void thePackOnTheBusIsComparedByItsId_data()
+    {
+        QTest::addColumn<int>("added"); ///< kopecks more on the bus than in the store
+        QTest::addColumn<bool>("otherId");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("the same") << 0 << false << QString();
+        QTest::newRow("a kopeck more")
+            << 1 << false
+            << "на шине 12,51 = 12,51 наличными + 0,00 картой, в хранилище 12,50 = 12,50 "
+               "наличными + 0,00 картой.";
+        QTest::newRow("another id") << 0 << true << "есть на шине, в хранилище её нет.";
+    }
+
+    void thePackOnTheBusIsComparedByItsId()
+    {
+        QFETCH(int, added);
+        QFETCH(bool, otherId);
+        QFETCH(QString, expected);
+        savePack();
+        PayPack pack = m_saved;
+        Payment payment = pack.payments().constFirst();
+        payment.setSumm(basix::FixNumber(100, 1250 + added));
+        pack.setPayments({payment});
+        pack.setOperations({});
+        pack.addCashOperations(payment.summ(), m_context->box().currency());
+        if (otherId)
+            pack.setId(pack.id() + 1);
+        m_context->bus().sendMessage(Outbox::PACK_DESTINATION, PayPack::packToFullMap(pack));
+        const QString sum = added ? QStringLiteral("12,51") : QStringLiteral("12,50");
+        const QStringList sums{QStringLiteral("12,50"), QStringLiteral("0"),
+                               QStringLiteral("12,50"), sum, QStringLiteral("0")};
+        const QStringList found = m_checks->disagreements(1250, sums, false);
+        QCOMPARE(found.size(), expected.isEmpty() ? 0 : 1);
+        if (!expected.isEmpty())
+            QVERIFY2(found.constFirst().endsWith(expected), qPrintable(found.constFirst()));
+        // Without sums of its own the scenario demands the bus to be as the screen.
+        const QString onBus =
+            QStringLiteral("Суммы не сошлись, на шине: ожидалось 12,50, найдено 12,51");
+        QCOMPARE(m_checks->disagreements(1250, {}, false).contains(onBus), added == 1);
+    }
+
+    void aPostedPackThatNeverCrossedIsNamed()
+    {
+        savePack();
+        const qint64 id = m_saved.id();
+        QVERIFY(m_context->payments().advance(id, PackState::Posted));
+        const QStringList sums{QStringLiteral("12,50"), QStringLiteral("0"),
+                               QStringLiteral("12,50"), QStringLiteral("0"), QStringLiteral("0")};
+        QCOMPARE(
+            m_checks->disagreements(1250, sums, false),
+            QStringList(QStringLiteral("Пачка № %1 проведена, а на шине её не было.").arg(id)));
+    }
+
+    void rowsOfTheJournalAreComparedWithTheStore_data()
+    {
+        QTest::addColumn<int>("column");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<bool>("agrees");
+        QTest::newRow("as stored") << int(JournalModel::Sum) << "12.50" << true;
+        QTest::newRow("sum") << int(JournalModel::Sum) << "12.51" << false;
+        QTest::newRow("cash") << int(JournalModel::Cash) << "0.00" << false;
+        QTest::newRow("card") << int(JournalModel::Card) << "12.50" << false;
+        QTest::newRow("account") << int(JournalModel::Account) << "7" << false;
+        QTest::newRow("state") << int(JournalModel::State) << "проведён" << false;
+    }
+
+    void rowsOfTheJournalAreComparedWithTheStore()
+    {
+        QFETCH(int, column);
+        QFETCH(QString, shown);
+        QFETCH(bool, agrees);
+        QWidget window;
+        auto *table = new QTableView(&window);
+        table->setObjectName(QStringLiteral("tvJournal"));
+        auto *summary = new QLabel(&window);
+        summary->setObjectName(QStringLiteral("lPaymentDetails"));
+        QStandardItemModel rows(0, JournalModel::ColumnCount);
+        table->setModel(&rows);
+        QCOMPARE(m_checks->journalDisagreements(window), QStringList());
+        savePack();
+        QCOMPARE(m_checks->journalDisagreements(window).size(), 1);
+
+        JournalModel journal(m_context->payments());
+        QList<QStandardItem *> row;
+        for (int each = 0; each < JournalModel::ColumnCount; ++each)
+            row.append(new QStandardItem(
+                each == column ? shown : journal.index(0, each).data().toString()));
+        rows.appendRow(row);
+        QCOMPARE(m_checks->journalDisagreements(window).size(), 1);
+        summary->setText(QString::number(m_saved.id()));
+        QCOMPARE(m_checks->journalDisagreements(window).isEmpty(), agrees);
     }
 };
 

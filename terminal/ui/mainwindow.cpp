@@ -4,6 +4,7 @@
 #include "connectionbanner.h"
 #include "devicealert.h"
 #include "journalpage.h"
+#include "lazypage.h"
 #include "modulepage.h"
 #include "paymentpage.h"
 #include "recoverydialog.h"
@@ -29,9 +30,13 @@ MainWindow::MainWindow(TerminalContext &context, QWidget *parent)
       m_context(context),
       m_pages(new QTabWidget(this)),
       m_paymentPage(new PaymentPage(context, this)),
-      m_journalPage(new JournalPage(context, this)),
-      m_billsPage(new BillsPage(context.billing(), this)),
-      m_modulePage(new ModulePage(context.pluginHost(), this)),
+      m_journalPage(new LazyPage<JournalPage>(
+          [&context](QWidget *owner) { return new JournalPage(context, owner); }, this)),
+      m_billsPage(
+          new LazyPage<BillsPage>([this](QWidget *owner) { return makeBills(owner); }, this)),
+      m_modulePage(new LazyPage<ModulePage>(
+          [&context](QWidget *owner) { return new ModulePage(context.pluginHost(), owner); },
+          this)),
       m_sideWindows(std::make_unique<SideWindows>(context)),
       m_register(new QLabel(this)),
       m_bus(new QLabel(this)),
@@ -59,7 +64,6 @@ MainWindow::MainWindow(TerminalContext &context, QWidget *parent)
 
     connect(m_paymentPage, &PaymentPage::paymentRequested, this,
             [this] { startPayment(m_paymentPage->provider()); });
-    connect(m_billsPage, &BillsPage::sentToScanner, m_sideWindows.get(), &SideWindows::scan);
     connect(&context.fiscalRegister(), &EmulatedRegister::conditionChanged, this,
             &MainWindow::showRegister);
     connect(&context.fiscalRegister(), &EmulatedRegister::receiptRegistered, this,
@@ -84,12 +88,19 @@ PluginHost::Outcome MainWindow::startPayment(const Provider &provider)
 void MainWindow::showJournal()
 {
     m_pages->setCurrentWidget(m_journalPage);
-    m_journalPage->showNewest();
+    m_journalPage->page().showNewest();
 }
 
 void MainWindow::showBills()
 {
     m_pages->setCurrentWidget(m_billsPage);
+}
+
+BillsPage *MainWindow::makeBills(QWidget *owner)
+{
+    auto *page = new BillsPage(m_context.billing(), owner);
+    connect(page, &BillsPage::sentToScanner, m_sideWindows.get(), &SideWindows::scan);
+    return page;
 }
 
 void MainWindow::addPage(QWidget *page, const QString &title)

@@ -8,6 +8,8 @@
 
 class BillsPage;
 class JournalPage;
+template<class Page>
+class LazyPage;
 class ModulePage;
 class PaymentPage;
 class SideWindows;
@@ -37,6 +39,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    BillsPage *makeBills(QWidget *owner);
     void addPage(QWidget *page, const QString &title);
     void makeMenu();
     void makeStatusBar();
@@ -47,9 +50,9 @@ private:
     TerminalContext &m_context;
     QTabWidget *m_pages;
     PaymentPage *m_paymentPage;
-    JournalPage *m_journalPage;
-    BillsPage *m_billsPage;
-    ModulePage *m_modulePage;
+    LazyPage<JournalPage> *m_journalPage;
+    LazyPage<BillsPage> *m_billsPage;
+    LazyPage<ModulePage> *m_modulePage;
     std::unique_ptr<SideWindows> m_sideWindows;
     QLabel *m_register;
     QLabel *m_bus;

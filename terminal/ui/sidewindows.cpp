@@ -30,16 +30,8 @@ void prepare(QWidget &window, const QString &name, const QString &title, const Q
 
 } // namespace
 
-SideWindows::SideWindows(TerminalContext &context)
-    : m_bus(std::make_unique<BusPage>(context.busJournal(), context.bus())),
-      m_devices(std::make_unique<DevicesPage>(context.devices())),
-      m_scanner(std::make_unique<ScannerPage>())
+SideWindows::SideWindows(TerminalContext &context) : m_context(context)
 {
-    const QString box = context.box().name();
-    prepare(*m_bus, QStringLiteral("busWindow"), tr("Шина — %1").arg(box), {960, 620});
-    prepare(*m_devices, QStringLiteral("devicesWindow"), tr("Устройства — %1").arg(box),
-            {1000, 700});
-    prepare(*m_scanner, QStringLiteral("scannerWindow"), tr("Сканер — %1").arg(box), {860, 600});
     qApp->installEventFilter(this);
 }
 
@@ -60,30 +52,52 @@ void SideWindows::addActions(QMenu &menu)
 
 void SideWindows::showBus()
 {
+    if (!m_bus) {
+        m_bus = std::make_unique<BusPage>(m_context.busJournal(), m_context.bus());
+        prepare(*m_bus, QStringLiteral("busWindow"), tr("Шина — %1").arg(m_context.box().name()),
+                {960, 620});
+    }
     bringUp(*m_bus);
 }
 
 void SideWindows::showDevices()
 {
+    if (!m_devices) {
+        m_devices = std::make_unique<DevicesPage>(m_context.devices());
+        prepare(*m_devices, QStringLiteral("devicesWindow"),
+                tr("Устройства — %1").arg(m_context.box().name()), {1000, 700});
+    }
     bringUp(*m_devices);
 }
 
 void SideWindows::showScanner()
 {
-    bringUp(*m_scanner);
+    bringUp(scanner());
 }
 
 void SideWindows::scan(const QByteArray &code)
 {
-    m_scanner->setCode(code);
+    scanner().setCode(code);
     showScanner();
+}
+
+ScannerPage &SideWindows::scanner()
+{
+    if (!m_scanner) {
+        m_scanner = std::make_unique<ScannerPage>();
+        prepare(*m_scanner, QStringLiteral("scannerWindow"),
+                tr("Сканер — %1").arg(m_context.box().name()), {860, 600});
+    }
+    return *m_scanner;
 }
 
 void SideWindows::close()
 {
-    m_bus->close();
-    m_devices->close();
-    m_scanner->close();
+    for (QWidget *window :
+         {m_bus.get(), m_devices.get(), static_cast<QWidget *>(m_scanner.get())}) {
+        if (window)
+            window->close();
+    }
 }
 
 bool SideWindows::eventFilter(QObject *watched, QEvent *event)

@@ -14,7 +14,8 @@ class TerminalContext;
 /// scanner.
 ///
 /// They have no parent, so no dialog of a payment holds them up, and their keys work wherever the
-/// keyboard is.
+/// keyboard is. Each is made when it is first opened and kept from then on; what crossed the bus
+/// before is in its journal.
 class SideWindows final : public QObject
 {
     Q_OBJECT
@@ -37,8 +38,10 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    ScannerPage &scanner();
     static void bringUp(QWidget &window);
 
+    TerminalContext &m_context;
     std::unique_ptr<QWidget> m_bus;
     std::unique_ptr<QWidget> m_devices;
     std::unique_ptr<ScannerPage> m_scanner;

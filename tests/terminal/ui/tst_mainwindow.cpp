@@ -81,6 +81,7 @@ private slots:
         QVERIFY(!m_context->loadPlugin(QStringLiteral("/absent.so"), QFont()));
         m_window = std::make_unique<MainWindow>(*m_context);
         QVERIFY(!child<QPushButton>("pbStartPayment")->isEnabled());
+        child<QTabWidget>("twPages")->setCurrentIndex(3);
         QVERIFY(child<QLabel>("lModuleIdentity")->text().contains(QStringLiteral("/absent.so")));
     }
 
@@ -151,8 +152,11 @@ private slots:
 
     void savedPackAppearsInTheJournal()
     {
+        auto *pages = child<QTabWidget>("twPages");
+        m_window->showJournal();
         const auto *journal = child<QTableView>("tvJournal");
         QCOMPARE(journal->model()->rowCount(), 0);
+        pages->setCurrentIndex(0);
         Payment payment;
         payment.setProviderData(m_context->providers().constFirst(), true);
         payment.setAccount(SampleNumber::ORDINARY);
@@ -163,8 +167,31 @@ private slots:
         QVERIFY(m_context->paysController().savePack(pack, true));
         QCOMPARE(journal->model()->rowCount(), 1);
         m_window->showJournal();
-        QCOMPARE(child<QTabWidget>("twPages")->currentIndex(), 1);
+        QCOMPARE(pages->currentIndex(), 1);
         QVERIFY(child<QLabel>("lPaymentDetails")->text().contains(QString::number(pack.id())));
+    }
+
+    /// What a start does not wait for.
+    void pagesAndSideWindowsAreMadeWhenTheyAreOpened()
+    {
+        QVERIFY(!child<QTableView>("tvJournal"));
+        QVERIFY(!m_window->findChild<BillsPage *>());
+        QVERIFY(!child<QLabel>("lModuleIdentity"));
+        QVERIFY(!scannerWindow());
+        auto *pages = child<QTabWidget>("twPages");
+        pages->setCurrentIndex(1);
+        const auto *journal = child<QTableView>("tvJournal");
+        QVERIFY(journal);
+        pages->setCurrentIndex(0);
+        pages->setCurrentIndex(1);
+        QCOMPARE(child<QTableView>("tvJournal"), journal);
+    }
+
+    void focusGoesIntoAPageThatIsOpenedForTheFirstTime()
+    {
+        child<QTableWidget>("twProviders")->setFocus();
+        QTest::keyClick(m_window.get(), Qt::Key_2, Qt::ControlModifier);
+        QCOMPARE(QApplication::focusWidget(), child<QWidget>("leJournalAccount"));
     }
 
     void pagesHaveShortcuts()
@@ -214,22 +241,20 @@ private slots:
         const auto *bills = m_window->findChild<BillsPage *>();
         QVERIFY(bills->isVisible());
         QVERIFY(!bills->code().isEmpty());
-        const auto *scanner = scannerWindow();
-        QVERIFY(scanner);
-        QVERIFY(!scanner->isVisible());
+        QVERIFY(!scannerWindow());
         auto *send = child<QPushButton>("pbBillSend");
         send->setFocus();
         QTest::keyClick(send, Qt::Key_Space);
-        QVERIFY(scanner->isVisible());
+        const auto *scanner = scannerWindow();
+        QVERIFY(scanner && scanner->isVisible());
         QCOMPARE(scanner->text(), QString::fromUtf8(bills->code()));
     }
 
     void scannerOpensByItsKeyAndClosesWithTheWindow()
     {
-        const auto *scanner = scannerWindow();
-        QVERIFY(scanner);
         QTest::keyClick(child<QTableWidget>("twProviders"), Qt::Key_F9, Qt::ShiftModifier);
-        QVERIFY(scanner->isVisible());
+        const auto *scanner = scannerWindow();
+        QVERIFY(scanner && scanner->isVisible());
         m_window->close();
         QVERIFY(!scanner->isVisible());
     }

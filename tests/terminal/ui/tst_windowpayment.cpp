@@ -214,6 +214,7 @@ private:
 
     Sums shownInJournal() const
     {
+        m_window->showJournal();
         const QAbstractItemModel *model = child<QTableView>("tvJournal")->model();
         const auto cell = [model](const QString &title) {
             for (int column = 0; column < model->columnCount(); ++column) {
@@ -457,8 +458,6 @@ private slots:
 
     void scannerIsOpenedAndFedWhileAPaymentIsOpen()
     {
-        ScannerPage *scanner = scannerWindow();
-        QVERIFY(scanner);
         QApplication::clipboard()->setText(
             QStringLiteral("ST00012|Name=Водоканал|PersAcc=%1").arg(SampleNumber::ORDINARY));
         step(
@@ -468,8 +467,10 @@ private slots:
                     && m_hands.press(Qt::Key_F9, Qt::ShiftModifier);
             });
         step(
-            QStringLiteral("read the clipboard"), [scanner] { return scanner->isActiveWindow(); },
-            [scanner] {
+            QStringLiteral("read the clipboard"),
+            [] { return scannerWindow() && scannerWindow()->isActiveWindow(); },
+            [] {
+                const ScannerPage *scanner = scannerWindow();
                 auto *read =
                     scanner->findChild<QPushButton *>(QStringLiteral("pbScannerClipboard"));
                 // What a dialog holds up gets no clicks.

@@ -4,7 +4,9 @@ add_library(terminal_core STATIC
     bus/busjournal.h bus/busjournal.cpp
     bus/busjournalentry.h
     bus/busmessage.h
+    bus/crossedfields.h bus/crossedfields.cpp
     bus/inprocessbus.h bus/inprocessbus.cpp
+    bus/messagebody.h bus/messagebody.cpp
     bus/messagebus.h bus/messagebus.cpp
     bus/messagetext.h bus/messagetext.cpp
     bus/wiretext.h bus/wiretext.cpp

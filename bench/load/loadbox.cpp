@@ -37,11 +37,11 @@ LoadBox::LoadBox(std::unique_ptr<MessageBus> bus, const Host &host, qint64 boxId
     connect(m_bus.get(), &MessageBus::traffic, this, [this](const BusMessage &message) {
         if (message.direction == BusMessage::Direction::Incoming) {
             if (message.address != MessageBus::PAYMENT_STATUS)
-                m_figures.answerBytes = message.body.size();
+                m_figures.answerBytes = message.body.bytes().size();
         } else if (message.address == BillingService::PACK_DESTINATION) {
-            m_figures.packBytes = message.body.size();
+            m_figures.packBytes = message.body.bytes().size();
         } else {
-            m_figures.requestBytes = message.body.size();
+            m_figures.requestBytes = message.body.bytes().size();
         }
     });
 }

@@ -8,6 +8,7 @@
 #include <QVariantMap>
 
 #include <algorithm>
+#include <optional>
 
 using Relation = BusJournalEntry::Relation;
 
@@ -27,9 +28,17 @@ const QString keyUid = QStringLiteral("uid");
 const QString keyId = QStringLiteral("id");
 const QString keyPackId = QStringLiteral("packId");
 
-QString idOfSent(const QJsonObject &body)
+QString idOfSent(const QVariantMap &fields)
 {
-    return idOf(body.value(keyUid).toVariant(), body.value(keyId).toVariant());
+    return idOf(fields.value(keyUid), fields.value(keyId));
+}
+
+QString idOfSent(const MessageBody &body)
+{
+    if (const std::optional<QVariantMap> fields = body.fields())
+        return idOfSent(*fields);
+    const QJsonObject object = QJsonDocument::fromJson(body.bytes()).object();
+    return idOf(object.value(keyUid).toVariant(), object.value(keyId).toVariant());
 }
 
 QString idOfArrived(const BusMessage &message, const QJsonObject &body)
@@ -37,11 +46,6 @@ QString idOfArrived(const BusMessage &message, const QJsonObject &body)
     const QString inHeaders = message.headers.value(keyUid).toString();
     return idOf(inHeaders.isEmpty() ? body.value(keyUid).toVariant() : inHeaders,
                 body.value(keyPackId).toVariant());
-}
-
-qint64 weight(const BusMessage &message)
-{
-    return message.body.size();
 }
 
 } // namespace
@@ -83,20 +87,17 @@ BusJournalEntry *BusJournal::entry(qint64 number)
 
 void BusJournal::note(const BusMessage &message)
 {
-    // Room is made first: what this message belongs to must still be here when it is added.
-    makeRoom(weight(message));
     BusJournalEntry entry;
-    entry.number = ++m_lastNumber;
     entry.message = message;
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(message.body, &error);
+    entry.weight = message.body.weight();
+    // Room is made first: what this message belongs to must still be here when it is added.
+    makeRoom(entry.weight);
+    entry.number = ++m_lastNumber;
     if (message.direction == BusMessage::Direction::Outgoing)
-        noteSent(entry, idOfSent(document.object()));
-    else if (error.error != QJsonParseError::NoError)
-        entry.relation = Relation::Unreadable;
+        noteSent(entry, idOfSent(message.body));
     else
-        noteArrived(entry, idOfArrived(message, document.object()));
-    m_bytes += weight(message);
+        noteArrived(entry);
+    m_bytes += entry.weight;
     const qint64 partner = entry.partner;
     m_entries.push_back(std::move(entry));
     emit appended();
@@ -114,8 +115,15 @@ void BusJournal::noteSent(BusJournalEntry &entry, const QString &id)
     m_sentAt.insert(entry.number, m_clock.elapsed());
 }
 
-void BusJournal::noteArrived(BusJournalEntry &arrived, const QString &id)
+void BusJournal::noteArrived(BusJournalEntry &arrived)
 {
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(arrived.message.body.bytes(), &error);
+    if (error.error != QJsonParseError::NoError) {
+        arrived.relation = Relation::Unreadable;
+        return;
+    }
+    const QString id = idOfArrived(arrived.message, document.object());
     const QVector<qint64> requests = id.isEmpty() ? QVector<qint64>() : m_requests.value(id);
     if (requests.isEmpty()) {
         arrived.relation = Relation::Unmatched;
@@ -139,8 +147,7 @@ void BusJournal::noteArrived(BusJournalEntry &arrived, const QString &id)
 void BusJournal::settle(const QString &destination, const QVariant &data, const QString &refusal)
 {
     // From the oldest on: a bus settles equal messages in the order in which they were sent.
-    const QVariantMap sentData = data.toMap();
-    const QString id = idOf(sentData.value(keyUid), sentData.value(keyId));
+    const QString id = idOfSent(data.toMap());
     const QVector<qint64> requests = m_requests.value(id);
     for (const qint64 number : requests) {
         BusJournalEntry *sent = entry(number);
@@ -153,12 +160,12 @@ void BusJournal::settle(const QString &destination, const QVariant &data, const 
     }
 }
 
-void BusJournal::makeRoom(qint64 bytes)
+void BusJournal::makeRoom(qint64 weight)
 {
     int count = qMax(0, size() + 1 - m_mostMessages);
-    qint64 left = m_bytes + bytes;
+    qint64 left = m_bytes + weight;
     for (int i = 0; i < size() && (i < count || left > m_mostBytes); ++i) {
-        left -= weight(at(i).message);
+        left -= at(i).weight;
         count = qMax(count, i + 1);
     }
     if (count > 0)
@@ -169,7 +176,7 @@ void BusJournal::dropOldest(int count)
 {
     for (int i = 0; i < count; ++i) {
         const BusJournalEntry &oldest = m_entries.front();
-        m_bytes -= weight(oldest.message);
+        m_bytes -= oldest.weight;
         m_sentAt.remove(oldest.number);
         const QString id = m_ids.take(oldest.number);
         const auto requests = m_requests.find(id);

@@ -16,9 +16,9 @@ class MessageBus;
 /// The newest messages of a bus in both directions, each answer matched with its request by the id
 /// that both carry: "uid" of an account request, the id of a pay pack.
 ///
-/// Bounded by count and by bytes: the oldest messages go first, the newest always stays. An answer
-/// belongs to the oldest request with its id that has no answer yet; when all of them have one it
-/// is a repeated answer to the last.
+/// Bounded by count and by bytes of memory: the oldest messages go first, the newest always stays.
+/// An answer belongs to the oldest request with its id that has no answer yet; when all of them
+/// have one it is a repeated answer to the last.
 class BusJournal final : public QObject
 {
     Q_OBJECT
@@ -52,10 +52,10 @@ signals:
 private:
     void note(const BusMessage &message);
     void noteSent(BusJournalEntry &entry, const QString &id);
-    void noteArrived(BusJournalEntry &entry, const QString &id);
+    void noteArrived(BusJournalEntry &arrived);
     void settle(const QString &destination, const QVariant &data, const QString &refusal);
     BusJournalEntry *entry(qint64 number);
-    void makeRoom(qint64 bytes);
+    void makeRoom(qint64 weight);
     void dropOldest(int count);
 
     int m_mostMessages;

@@ -24,6 +24,8 @@ struct BusJournalEntry
     qint64 partner = 0;
     /// Milliseconds from the request to its first answer, in both entries; -1 when there is none.
     qint64 roundTrip = -1;
+    /// Bytes of memory that the journal reckons with for this message.
+    qint64 weight = 0;
     /// The bus or the far side has taken responsibility for the sent message.
     bool accepted = false;
     /// Why nobody took the sent message, a Russian text.

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QByteArray>
+#include <bus/messagebody.h>
+
 #include <QDateTime>
 #include <QMetaType>
 #include <QString>
@@ -16,9 +17,7 @@ struct BusMessage
     /// Destination of an outgoing message, "msgType" of an incoming one.
     QString address;
     QVariantMap headers;
-    /// JSON text in UTF-8, byte for byte as it crossed. Empty when the data could not be turned
-    /// into JSON.
-    QByteArray body;
+    MessageBody body;
     /// Did not come from the far side: an earlier message delivered once more by hand.
     bool replayed = false;
 };

@@ -1,10 +1,21 @@
 #include <bus/inprocessbus.h>
 
+#include <bus/crossedfields.h>
 #include <bus/wiretext.h>
 
 #include <QTimer>
 
 #include <utility>
+
+template<typename Call>
+void InProcessBus::later(int milliseconds, Call &&call)
+{
+    // A posted event costs a fraction of a timer.
+    if (milliseconds == 0)
+        QMetaObject::invokeMethod(this, std::forward<Call>(call), Qt::QueuedConnection);
+    else
+        QTimer::singleShot(milliseconds, this, std::forward<Call>(call));
+}
 
 InProcessBus::InProcessBus(QObject *parent) : MessageBus(parent) {}
 
@@ -51,30 +62,20 @@ QString InProcessBus::stateText() const
 
 void InProcessBus::sendMessage(const QString &destination, const QVariant &data)
 {
+    MessageBody body;
     QString error;
-    const std::optional<QByteArray> body = WireText::encode(data, &error);
-    emit traffic({BusMessage::Direction::Outgoing,
-                  QDateTime::currentDateTime(),
-                  destination,
-                  {},
-                  body.value_or(QByteArray())});
-    if (!body) {
-        later(0, [=] { emit refused(destination, data, error); });
-        return;
-    }
-    later(m_delay, [this, destination, data, text = *body] { arrive(destination, data, text); });
-}
-
-void InProcessBus::later(int milliseconds, std::function<void()> call)
-{
-    // A posted event costs a fraction of a timer.
-    if (milliseconds == 0)
-        QMetaObject::invokeMethod(this, std::move(call), Qt::QueuedConnection);
+    if (const std::optional<QVariantMap> fields = CrossedFields::of(data))
+        body = MessageBody::ofFields(*fields);
     else
-        QTimer::singleShot(milliseconds, this, std::move(call));
+        body = WireText::encode(data, &error).value_or(QByteArray());
+    noteSent(destination, body);
+    if (error.isEmpty())
+        later(m_delay, [this, destination, data, body] { arrive(destination, data, body); });
+    else
+        later(0, [this, destination, data, error] { emit refused(destination, data, error); });
 }
 
-void InProcessBus::arrive(const QString &destination, const QVariant &data, const QByteArray &body)
+void InProcessBus::arrive(const QString &destination, const QVariant &data, const MessageBody &body)
 {
     if (!m_connected) {
         emit refused(destination, data,
@@ -89,7 +90,9 @@ void InProcessBus::arrive(const QString &destination, const QVariant &data, cons
         return;
     }
     QString error;
-    const std::optional<QVariantMap> message = WireText::decode(body, &error);
+    std::optional<QVariantMap> message = body.fields();
+    if (!message)
+        message = WireText::decode(body.bytes(), &error);
     if (!message) {
         emit refused(destination, data, error);
         return;
@@ -99,11 +102,15 @@ void InProcessBus::arrive(const QString &destination, const QVariant &data, cons
         emit accepted(destination, data);
     else
         emit refused(destination, data, outcome.refusal);
-    QVector<Answer> answers = outcome.others;
     if (outcome.answer)
-        answers.prepend(*outcome.answer);
-    for (const Answer &reply : qAsConst(answers))
-        later(m_delay + reply.delay, [this, reply] { answer(reply); });
+        reply(*outcome.answer);
+    for (const Answer &other : outcome.others)
+        reply(other);
+}
+
+void InProcessBus::reply(const Answer &answer)
+{
+    later(m_delay + answer.delay, [this, answer] { this->answer(answer); });
 }
 
 void InProcessBus::answer(const Answer &answer)

@@ -11,8 +11,9 @@
 #include <functional>
 #include <optional>
 
-/// A bus whose far side lives in this process. Messages still cross as JSON text, so a type that a
-/// wire would lose is lost here too.
+/// A bus whose far side lives in this process. A handler gets what it would get over a wire: a type
+/// that JSON text would lose is lost here too, and what has no such text is refused. The text
+/// itself is made only for who asks for it.
 class InProcessBus final : public MessageBus
 {
     Q_OBJECT
@@ -60,8 +61,10 @@ public slots:
 private:
     /// From the event loop, at once or after `milliseconds`; calls without a delay keep their
     /// order.
-    void later(int milliseconds, std::function<void()> call);
-    void arrive(const QString &destination, const QVariant &data, const QByteArray &body);
+    template<typename Call>
+    void later(int milliseconds, Call &&call);
+    void arrive(const QString &destination, const QVariant &data, const MessageBody &body);
+    void reply(const Answer &answer);
     void answer(const Answer &answer);
 
     QHash<QString, Handler> m_handlers;

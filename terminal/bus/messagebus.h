@@ -2,6 +2,7 @@
 
 #include <bus/busmessage.h>
 
+#include <QByteArray>
 #include <QObject>
 #include <QString>
 #include <QVariantMap>
@@ -54,10 +55,14 @@ signals:
     void stateChanged(bool connected);
 
 protected:
+    /// Reports a sent message as traffic.
+    void noteSent(const QString &destination, const MessageBody &body);
     /// Reports an arrived message as traffic and hands it to incomingMessage() or paymentStatus()
     /// by its type.
     void deliver(const QVariantMap &headers, const QByteArray &body);
 
 private:
+    /// A bus that nobody watches does not look at the clock.
+    bool isWatched() const;
     void handOut(const QVariantMap &headers, const QByteArray &body, bool replayed);
 };

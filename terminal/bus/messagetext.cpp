@@ -219,7 +219,7 @@ QString heading(const BusJournalEntry &entry)
     const QString headers = headersText(entry.message.headers);
     if (!headers.isEmpty())
         text += QStringLiteral("\nЗаголовки\n") + headers;
-    return text + QStringLiteral("\nТело, байт: %1\n").arg(entry.message.body.size());
+    return text + QStringLiteral("\nТело, байт: %1\n").arg(entry.message.body.bytes().size());
 }
 
 QString bodyText(const QByteArray &body)
@@ -255,7 +255,7 @@ QString shortened(const QString &text)
 
 QString MessageText::shown(const BusJournalEntry &entry)
 {
-    const QByteArray &body = entry.message.body;
+    const QByteArray body = entry.message.body.bytes();
     if (body.size() <= MOST_FORMATTED)
         return heading(entry) + shortened(bodyText(body));
     const QString beginning = maskedText(QString::fromUtf8(body.left(LONGEST_LINE)));
@@ -267,7 +267,7 @@ QString MessageText::shown(const BusJournalEntry &entry)
 
 QString MessageText::whole(const BusJournalEntry &entry)
 {
-    return heading(entry) + bodyText(entry.message.body) + QLatin1Char('\n');
+    return heading(entry) + bodyText(entry.message.body.bytes()) + QLatin1Char('\n');
 }
 
 QByteArray MessageText::jsonLine(const BusJournalEntry &entry)
@@ -283,9 +283,10 @@ QByteArray MessageText::jsonLine(const BusJournalEntry &entry)
         {QStringLiteral("direction"), sent ? QStringLiteral("sent") : QStringLiteral("received")},
         {sent ? QStringLiteral("destination") : QStringLiteral("type"), message.address},
         {QStringLiteral("headers"), headers}};
-    const auto document = json(message.body);
+    const QByteArray text = message.body.bytes();
+    const auto document = json(text);
     if (!document)
-        line.insert(QStringLiteral("text"), maskedText(QString::fromUtf8(message.body)));
+        line.insert(QStringLiteral("text"), maskedText(QString::fromUtf8(text)));
     if (entry.partner > 0)
         line.insert(sent ? QStringLiteral("answer") : QStringLiteral("request"), entry.partner);
     if (entry.relation == Relation::Repeated)
@@ -300,7 +301,7 @@ QByteArray MessageText::jsonLine(const BusJournalEntry &entry)
     if (!document)
         return rest;
     // A line end in valid JSON is a blank between tokens.
-    QByteArray body = cleaned(message.body, *document);
+    QByteArray body = cleaned(text, *document);
     body.replace('\n', ' ').replace('\r', ' ');
     return "{\"body\":" + body + ',' + rest.mid(1);
 }

@@ -60,9 +60,7 @@ QJsonValue Encoder::bytes(const QByteArray &data, const QString &key)
 
 QJsonValue Encoder::integer(qint64 number) const
 {
-    if (number > EXACT_IN_DOUBLE || number < -EXACT_IN_DOUBLE)
-        return QJsonValue(QString::number(number));
-    return QJsonValue(number);
+    return WireText::isExact(number) ? QJsonValue(number) : QJsonValue(QString::number(number));
 }
 
 QJsonValue Encoder::map(const QVariantMap &data, const QString &key)
@@ -142,6 +140,11 @@ QJsonValue Encoder::value(const QVariant &data, const QString &key)
 }
 
 } // namespace
+
+bool WireText::isExact(qint64 number)
+{
+    return number >= -EXACT_IN_DOUBLE && number <= EXACT_IN_DOUBLE;
+}
 
 std::optional<QByteArray> WireText::encode(const QVariant &data, QString *error)
 {

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QVariant>
 #include <QVariantMap>
+#include <QtGlobal>
 
 #include <optional>
 
@@ -20,5 +21,8 @@ namespace WireText {
 std::optional<QByteArray> encode(const QVariant &data, QString *error);
 /// On failure the result is empty and `error` holds a Russian text.
 std::optional<QVariantMap> decode(const QByteArray &body, QString *error);
+
+/// Whether an integer crosses as a number; another one crosses as its decimal text.
+bool isExact(qint64 number);
 
 } // namespace WireText

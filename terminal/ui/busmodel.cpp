@@ -80,7 +80,7 @@ QVariant BusModel::data(const QModelIndex &index, int role) const
     case RoundTrip:
         return entry.roundTrip < 0 ? QVariant() : QVariant(entry.roundTrip);
     case Size:
-        return entry.message.body.size();
+        return entry.message.body.bytes().size();
     case ColumnCount:
         break;
     }

@@ -1,6 +1,11 @@
 # The terminal without its windows.
 find_package(Qt5 5.15 REQUIRED COMPONENTS Sql)
 
+selmar_test(tst_crossedfields SOURCES bus/tst_crossedfields.cpp LIBRARIES terminal_core LABELS unit)
+find_package(rapidcheck REQUIRED)
+selmar_test(tst_crossedfieldsproperties SOURCES bus/tst_crossedfieldsproperties.cpp
+    LIBRARIES terminal_core property_support LABELS property)
+selmar_test(tst_messagebody SOURCES bus/tst_messagebody.cpp LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_wiretext SOURCES bus/tst_wiretext.cpp LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_inprocessbus SOURCES bus/tst_inprocessbus.cpp LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_busjournal SOURCES bus/tst_busjournal.cpp LIBRARIES terminal_core LABELS unit)

@@ -103,11 +103,7 @@ void AmqpBus::sendMessage(const QString &destination, const QVariant &data)
 {
     QString error;
     const std::optional<QByteArray> body = WireText::encode(data, &error);
-    emit traffic({BusMessage::Direction::Outgoing,
-                  QDateTime::currentDateTime(),
-                  destination,
-                  {},
-                  body.value_or(QByteArray())});
+    noteSent(destination, body.value_or(QByteArray()));
     const quint64 token = ++m_lastToken;
     m_sent.insert(token, {destination, data});
     if (body && body->size() > MessageCheck::LARGEST_BYTES)

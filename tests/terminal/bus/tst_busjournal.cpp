@@ -58,6 +58,7 @@ private slots:
     void replayedAnswerIsRepeated();
     void boundedByCount();
     void boundedByBytes();
+    void fieldsCountBeforeAndAfterTheyAreText();
     void answerToADroppedRequestIsUnmatched();
     void clearForgetsRequestsAndKeepsNumbers();
     void tellsOfEveryChange();
@@ -84,7 +85,7 @@ void tst_BusJournal::keepsMessagesInOrder()
     QCOMPARE(m_journal->size(), 2);
     QCOMPARE(m_journal->at(0).number, qint64(1));
     QCOMPARE(m_journal->at(0).message.address, checkPay);
-    QCOMPARE(m_journal->at(0).message.body, QByteArray(R"({"uid":"-1"})"));
+    QCOMPARE(m_journal->at(0).message.body.bytes(), QByteArray(R"({"uid":"-1"})"));
     QCOMPARE(m_journal->at(1).number, qint64(2));
     QCOMPARE(m_journal->at(1).message.address, QStringLiteral("t"));
     QVERIFY(m_journal->at(1).message.direction == BusMessage::Direction::Incoming);
@@ -221,13 +222,40 @@ void tst_BusJournal::boundedByBytes()
     m_bus->arrive(QByteArray(400, 'b'));
     m_bus->arrive(QByteArray(300, 'c'));
     QCOMPARE(m_journal->size(), 2);
-    QCOMPARE(m_journal->at(0).message.body.at(0), 'b');
+    QCOMPARE(m_journal->at(0).message.body.bytes().at(0), 'b');
     m_bus->arrive(QByteArray(5000, 'd'));
     QCOMPARE(m_journal->size(), 1);
-    QCOMPARE(last().message.body.size(), 5000);
+    QCOMPARE(last().message.body.bytes().size(), 5000);
     m_bus->arrive("e");
     QCOMPARE(m_journal->size(), 1);
-    QCOMPARE(last().message.body, QByteArray("e"));
+    QCOMPARE(last().message.body.bytes(), QByteArray("e"));
+}
+
+void tst_BusJournal::fieldsCountBeforeAndAfterTheyAreText()
+{
+    const QVariantMap heavy{{QStringLiteral("text"), QString(180, QLatin1Char('v'))}};
+    const auto send = [&] {
+        emit m_bus->traffic({BusMessage::Direction::Outgoing,
+                             QDateTime::currentDateTime(),
+                             checkPay,
+                             {},
+                             MessageBody::ofFields(heavy)});
+    };
+    send();
+    const qint64 weight = last().weight;
+    QCOMPARE(weight, last().message.body.weight());
+    QVERIFY(weight > 360);
+    QVERIFY(last().message.body.fields());
+    send();
+    QCOMPARE(m_journal->size(), 2);
+    // Looking at a message makes it lighter; what the journal reckons with stays.
+    QVERIFY(last().message.body.bytes().size() < weight);
+    send();
+    QCOMPARE(m_journal->size(), 2);
+    m_journal->clear();
+    for (int i = 0; i < 3; ++i)
+        send();
+    QCOMPARE(m_journal->size(), 2);
 }
 
 void tst_BusJournal::answerToADroppedRequestIsUnmatched()
@@ -292,6 +320,8 @@ void tst_BusJournal::followsARealBus()
         return outcome;
     });
     bus.sendMessage(checkPay, request(QStringLiteral("7")));
+    QVERIFY(journal.at(0).relation == Relation::Request);
+    QVERIFY(journal.at(0).message.body.fields());
     bus.sendMessage(QStringLiteral("/nowhere"), request(QStringLiteral("8")));
     QTRY_COMPARE(journal.size(), 3);
     QVERIFY(journal.at(0).accepted);

@@ -125,7 +125,9 @@ private slots:
     void bigMessagesCross();
     void brokenAnswersHurtNobody_data() { kinds(); }
     void brokenAnswersHurtNobody();
-    void unencodableDataIsRefused_data() { kinds(); }
+    void valuesArriveAlike_data();
+    void valuesArriveAlike();
+    void unencodableDataIsRefused_data();
     void unencodableDataIsRefused();
     void trafficShowsEveryMessage_data() { kinds(); }
     void trafficShowsEveryMessage();
@@ -201,9 +203,9 @@ void tst_MessageBusContract::eachTerminalGetsItsOwn()
     QTRY_COMPARE_WITH_TIMEOUT(firstEar.count(QStringLiteral("checkPayStatus")), 3, LONG_MS);
     QTRY_COMPARE_WITH_TIMEOUT(secondEar.count(QStringLiteral("checkPayStatus")), 3, LONG_MS);
     for (const BusMessage &message : qAsConst(firstEar.traffic))
-        QVERIFY2(!message.body.contains("second"), message.body.constData());
+        QVERIFY2(!message.body.bytes().contains("second"), message.body.bytes().constData());
     for (const BusMessage &message : qAsConst(secondEar.traffic))
-        QVERIFY2(!message.body.contains("first"), message.body.constData());
+        QVERIFY2(!message.body.bytes().contains("first"), message.body.bytes().constData());
     QCOMPARE(firstEar.heard.size(), 6);
     QCOMPARE(secondEar.heard.size(), 6);
 }
@@ -307,12 +309,76 @@ void tst_MessageBusContract::brokenAnswersHurtNobody()
     QCOMPARE(ear.count(QStringLiteral("checkPayStatus 1")), 0);
 }
 
+void tst_MessageBusContract::valuesArriveAlike_data()
+{
+    QTest::addColumn<bool>("overBroker");
+    QTest::addColumn<QVariant>("sent");
+    QTest::addColumn<QVariant>("arrived");
+    const auto big = Q_INT64_C(9007199254740993);
+    const auto row = [](const char *name, const QVariant &sent, const QVariant &arrived) {
+        for (const bool overBroker : {false, true})
+            QTest::addRow("%s, %s", name, overBroker ? "over a broker" : "in process")
+                << overBroker << sent << arrived;
+    };
+    row("text", QStringLiteral("ё"), QStringLiteral("ё"));
+    row("null text", QString(), QStringLiteral(""));
+    row("nothing", QVariant(), QVariant::fromValue(nullptr));
+    row("yes", true, true);
+    row("int", 643, qlonglong(643));
+    row("beyond 2^53", big, QString::number(big));
+    row("whole floating point", 2.0, qlonglong(2));
+    row("floating point", 0.01, 0.01);
+    row("bytes", QByteArray("ё"), QStringLiteral("ё"));
+    row("date", QDate(2026, 11, 21), QStringLiteral("2026-11-21"));
+    row("texts", QStringList{QStringLiteral("a")}, QVariantList{QStringLiteral("a")});
+    row("hash", QVariantHash{{QStringLiteral("a"), 1}},
+        QVariantMap{{QStringLiteral("a"), qlonglong(1)}});
+    row("nested", QVariantList{QVariantMap{{QStringLiteral("a"), 1}}, QVariantList{}},
+        QVariantList{QVariantMap{{QStringLiteral("a"), qlonglong(1)}}, QVariantList{}});
+}
+
+void tst_MessageBusContract::valuesArriveAlike()
+{
+    QFETCH(QVariant, sent);
+    QFETCH(QVariant, arrived);
+    MessageBus &bus = m_buses->terminal(0);
+    QVariant got;
+    m_buses->serve([&got](const QString &, const QVariantMap &message) {
+        got = message.value(QStringLiteral("v"));
+        return Buses::Answer();
+    });
+    QSignalSpy accepted(&bus, &MessageBus::accepted);
+    bus.sendMessage(BillingService::REQUEST_DESTINATION,
+                    QVariantMap{{QStringLiteral("uid"), QStringLiteral("1")},
+                                {QStringLiteral("v"), sent}});
+    QTRY_VERIFY_WITH_TIMEOUT(accepted.size() == 1 && got.isValid(), LONG_MS);
+    QCOMPARE(got.userType(), arrived.userType());
+    QCOMPARE(got.isNull(), arrived.isNull());
+    QCOMPARE(got, arrived);
+    m_buses->serve([](const QString &, const QVariantMap &) { return Buses::Answer(); });
+}
+
+void tst_MessageBusContract::unencodableDataIsRefused_data()
+{
+    QTest::addColumn<bool>("overBroker");
+    QTest::addColumn<QVariant>("sum");
+    for (const bool overBroker : {false, true}) {
+        const char *where = overBroker ? "over a broker" : "in process";
+        QTest::addRow("infinity, %s", where) << overBroker << QVariant(qInf());
+        QTest::addRow("half a character, %s", where)
+            << overBroker << QVariant(QString(QChar(0xd83d)));
+        QTest::addRow("bytes that are no text, %s", where)
+            << overBroker << QVariant(QByteArray("\xff"));
+    }
+}
+
 void tst_MessageBusContract::unencodableDataIsRefused()
 {
+    QFETCH(QVariant, sum);
     MessageBus &bus = m_buses->terminal(0);
     Ear ear(bus);
     ear.send(bus, BillingService::PACK_DESTINATION,
-             {{QStringLiteral("id"), QStringLiteral("8")}, {QStringLiteral("sum"), qInf()}});
+             {{QStringLiteral("id"), QStringLiteral("8")}, {QStringLiteral("sum"), sum}});
     QTRY_COMPARE_WITH_TIMEOUT(ear.heard, QStringList{QStringLiteral("refused 8")}, LONG_MS);
     QVERIFY2(ear.lastReason.contains(QStringLiteral("sum")), qPrintable(ear.lastReason));
     QVERIFY(!ear.reentered);
@@ -337,7 +403,7 @@ void tst_MessageBusContract::trafficShowsEveryMessage()
     QStringList shown;
     for (const BusMessage &message : qAsConst(ear.traffic)) {
         QVERIFY(message.time.isValid());
-        QVERIFY(QJsonDocument::fromJson(message.body).isObject());
+        QVERIFY(QJsonDocument::fromJson(message.body.bytes()).isObject());
         shown.append((message.direction == BusMessage::Direction::Outgoing ? QStringLiteral("> ")
                                                                            : QStringLiteral("< "))
                      + message.address);

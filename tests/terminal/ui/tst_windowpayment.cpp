@@ -350,7 +350,7 @@ private slots:
         m_posted.clear();
         connect(&m_context->bus(), &MessageBus::traffic, this, [this](const BusMessage &message) {
             if (message.address == PaysController::PACK_DESTINATION)
-                m_posted.append(QJsonDocument::fromJson(message.body).object());
+                m_posted.append(QJsonDocument::fromJson(message.body.bytes()).object());
         });
     }
 

@@ -29,6 +29,7 @@ target_compile_definitions(terminal_codes PRIVATE ZX_USE_UTF8)
 add_library(terminal_bills_ui STATIC
     ui/billspage.h ui/billspage.cpp
     ui/billspreview.h ui/billspreview.cpp
+    ui/longwork.h ui/longwork.cpp
     ui/scannerpage.h ui/scannerpage.cpp
     ui/scannerresult.h ui/scannerresult.cpp)
 selmar_conventions(terminal_bills_ui)

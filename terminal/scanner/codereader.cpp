@@ -74,7 +74,7 @@ bool hasQr(const QVector<CodeReader::Code> &codes)
 
 } // namespace
 
-QVector<CodeReader::Code> CodeReader::read(const QImage &picture)
+QVector<CodeReader::Code> CodeReader::read(const QImage &picture, const Step &step)
 {
     if (picture.isNull())
         return {};
@@ -90,31 +90,45 @@ QVector<CodeReader::Code> CodeReader::read(const QImage &picture)
         factors.append(3);
 
     QVector<Code> best;
+    int looks = 0;
+    const auto goOn = [&] { return !step || step(looks++, factors.size() + 1); };
     for (const double factor : qAsConst(factors)) {
+        if (!goOn())
+            return {};
         const QVector<Code> found = find(prepared(picture, factor));
         if (hasQr(found))
             return found;
         if (best.isEmpty())
             best = found;
     }
+    if (!goOn())
+        return {};
     QImage inverted = prepared(picture, 1);
     inverted.invertPixels();
     const QVector<Code> light = find(inverted);
     return hasQr(light) ? light : best;
 }
 
-QVector<CodeReader::Code> CodeReader::readFile(const QString &fileName, QString *error)
+QVector<CodeReader::Code> CodeReader::readFile(const QString &fileName, QString *error,
+                                               const Step &step)
 {
     QImageReader reader(fileName);
     reader.setAutoTransform(true);
     reader.setDecideFormatFromContent(true);
+    const QSize size = reader.size();
+    if (qint64(size.width()) * size.height() > MOST_PIXELS) {
+        *error = QStringLiteral("Картинка «%1» слишком велика: %2 на %3 точек. Вырежьте из неё код "
+                                "или уменьшите её.")
+                     .arg(fileName, QString::number(size.width()), QString::number(size.height()));
+        return {};
+    }
     const QImage picture = reader.read();
     if (picture.isNull()) {
         *error = QStringLiteral("Файл «%1» как картинка не читается: %2. Подойдут PNG, JPEG, BMP.")
                      .arg(fileName, reader.errorString());
         return {};
     }
-    const QVector<Code> codes = read(picture);
+    const QVector<Code> codes = read(picture, step);
     *error = codes.isEmpty() ? nothingFoundText() : QString();
     return codes;
 }

@@ -2,6 +2,7 @@
 
 #include "busfilter.h"
 #include "busmodel.h"
+#include "longwork.h"
 
 #include <bus/busjournal.h>
 #include <bus/messagebus.h>
@@ -13,6 +14,7 @@
 #include <QClipboard>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -26,6 +28,8 @@
 #include <QSplitter>
 #include <QTableView>
 #include <QVBoxLayout>
+
+#include <memory>
 
 namespace {
 
@@ -305,8 +309,20 @@ void BusPage::goToPartner()
 
 void BusPage::copyChosen()
 {
-    if (const BusJournalEntry *entry = chosen())
-        QApplication::clipboard()->setText(MessageText::whole(*entry));
+    const BusJournalEntry *entry = chosen();
+    if (!entry)
+        return;
+    const auto text = std::make_shared<QString>();
+    const bool made = LongWork::run(
+        this, tr("Копировать сообщение"),
+        tr("Сообщение № %1 готовится для буфера обмена.").arg(entry->number),
+        [text, kept = *entry](const LongWork::Step &) {
+            *text = MessageText::whole(kept);
+            return true;
+        },
+        LongWork::Stopping::LeavesBehind);
+    if (made)
+        QApplication::clipboard()->setText(*text);
 }
 
 void BusPage::replayChosen()
@@ -319,34 +335,47 @@ void BusPage::replayChosen()
 
 void BusPage::saveChosen()
 {
-    const BusJournalEntry *entry = chosen();
-    if (!entry)
-        return;
-    const BusJournalEntry kept = *entry;
-    save(tr("Сохранить сообщение"), tr("сообщение-%1.json").arg(kept.number),
-         [&kept] { return MessageText::jsonLine(kept) + '\n'; });
+    // By value: what arrives while the person looks for a folder may drop it from the journal.
+    if (const BusJournalEntry *entry = chosen())
+        save(tr("Сохранить сообщение"), tr("сообщение-%1.json").arg(entry->number), {*entry});
 }
 
 void BusPage::saveAll()
 {
-    save(tr("Сохранить журнал шины"), tr("шина.jsonl"), [this] {
-        QByteArray lines;
-        for (int row = 0; row < m_model->rowCount(); ++row)
-            lines += MessageText::jsonLine(m_model->entry(row)) + '\n';
-        return lines;
-    });
+    QVector<BusJournalEntry> entries;
+    for (int row = 0; row < m_model->rowCount(); ++row)
+        entries.append(m_model->entry(row));
+    save(tr("Сохранить журнал шины"), tr("шина.jsonl"), entries);
 }
 
 void BusPage::save(const QString &title, const QString &proposal,
-                   const std::function<QByteArray()> &content)
+                   const QVector<BusJournalEntry> &entries)
 {
     const QString name = m_askFile(title, proposal);
     if (name.isEmpty())
         return;
-    QSaveFile file(name);
-    const QByteArray bytes = content();
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+    QString error;
+    const auto write = [&](const LongWork::Step &step) {
+        // What stood under the name stays unless commit() puts the whole file in its place.
+        QSaveFile file(name);
+        bool good = file.open(QIODevice::WriteOnly);
+        for (int i = 0; good && i < entries.size(); ++i) {
+            if (!step(i, entries.size()))
+                return false;
+            const QByteArray line = MessageText::jsonLine(entries.at(i)) + '\n';
+            good = file.write(line) == line.size();
+        }
+        if (good && !step(entries.size(), entries.size()))
+            return false;
+        good = good && file.commit();
+        if (!good)
+            error = file.errorString();
+        return good;
+    };
+    const bool written = LongWork::run(
+        this, title, tr("Пишется файл «%1».").arg(QFileInfo(name).fileName()), write);
+    if (!written && !error.isEmpty())
         QMessageBox::warning(this, title,
                              tr("Файл «%1» записать не удалось: %2. Выберите другую папку.")
-                                 .arg(QDir::toNativeSeparators(name), file.errorString()));
+                                 .arg(QDir::toNativeSeparators(name), error));
 }

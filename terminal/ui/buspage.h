@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTimer>
+#include <QVector>
 #include <QWidget>
 
 #include <functional>
@@ -51,7 +52,7 @@ private:
     void saveChosen();
     void saveAll();
     void save(const QString &title, const QString &proposal,
-              const std::function<QByteArray()> &content);
+              const QVector<BusJournalEntry> &entries);
     const BusJournalEntry *chosen() const;
     void choose(int sourceRow);
 

@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 #include <QFileInfo>
+#include <QImage>
 #include <QSaveFile>
 
 bool ReceiptFile::save(const QString &fileName, QString *error) const
@@ -15,7 +16,10 @@ bool ReceiptFile::save(const QString &fileName, QString *error) const
     } else if (ending == QLatin1String("png")) {
         QBuffer buffer(&content);
         buffer.open(QIODevice::WriteOnly);
-        ReceiptPicture::draw(m_text, m_qr).save(&buffer, "PNG");
+        // Hundreds of lines compress in a third of the time without colours, to a tenth.
+        ReceiptPicture::draw(m_text, m_qr)
+            .convertToFormat(QImage::Format_Grayscale8)
+            .save(&buffer, "PNG");
     } else if (ending == QLatin1String("txt")) {
         content = m_text.toUtf8() + '\n';
     } else {

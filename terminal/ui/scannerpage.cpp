@@ -1,5 +1,6 @@
 #include "scannerpage.h"
 
+#include "longwork.h"
 #include "scannerresult.h"
 
 #include <QApplication>
@@ -19,6 +20,9 @@
 #include <QSpinBox>
 #include <QUrl>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -176,9 +180,54 @@ void ScannerPage::setCode(const QByteArray &bytes)
 
 void ScannerPage::readFile(const QString &fileName)
 {
-    QString error;
-    const QVector<CodeReader::Code> codes = CodeReader::readFile(fileName, &error);
-    showCodes(codes, error);
+    read([fileName](const CodeReader::Step &step, QString *error) {
+        return CodeReader::readFile(fileName, error, step);
+    });
+}
+
+void ScannerPage::readPictures(const QVector<QImage> &pictures)
+{
+    read([pictures](const CodeReader::Step &step, QString *error) {
+        QVector<CodeReader::Code> codes;
+        for (const QImage &picture : pictures)
+            codes += CodeReader::read(picture, step);
+        *error = CodeReader::nothingFoundText();
+        return codes;
+    });
+}
+
+void ScannerPage::read(const Reading &reading)
+{
+    struct Result
+    {
+        QVector<CodeReader::Code> codes;
+        QString error;
+    };
+    const auto result = std::make_shared<Result>();
+    if (m_countdown.isActive())
+        stop();
+    m_reading = true;
+    const bool whole = LongWork::run(
+        this, window()->windowTitle(),
+        tr("Код ищется на картинке. Большая картинка занимает до минуты."),
+        [reading, result](const LongWork::Step &step) {
+            bool stopped = false;
+            result->codes = reading(
+                [&](int done, int total) {
+                    stopped = stopped || !step(done, total);
+                    return !stopped;
+                },
+                &result->error);
+            return !stopped;
+        },
+        LongWork::Stopping::LeavesBehind);
+    m_reading = false;
+    if (whole)
+        showCodes(result->codes, result->error);
+    else
+        showCodes({},
+                  tr("Чтение прервано, кода нет. Вырежьте код из картинки или уменьшите её и "
+                     "прочитайте снова."));
 }
 
 void ScannerPage::chooseFile()
@@ -199,8 +248,7 @@ void ScannerPage::readClipboard()
     if (!file.isEmpty())
         readFile(file);
     else if (content && content->hasImage())
-        showCodes(CodeReader::read(QGuiApplication::clipboard()->image()),
-                  CodeReader::nothingFoundText());
+        readPictures({QGuiApplication::clipboard()->image()});
     else if (content && !content->text().isEmpty())
         setCode(content->text().toUtf8());
     else
@@ -211,16 +259,15 @@ void ScannerPage::readClipboard()
 
 void ScannerPage::readScreen()
 {
-    QVector<CodeReader::Code> codes;
-    bool seen = false;
-    for (const QImage &picture : m_grabScreens()) {
-        seen = seen || !picture.isNull();
-        codes += CodeReader::read(picture);
-    }
-    showCodes(codes,
-              seen ? CodeReader::nothingFoundText()
-                   : tr("Эта система не даёт снять экран. Скопируйте картинку с кодом и прочитайте "
-                        "её из буфера обмена."));
+    const QVector<QImage> pictures = m_grabScreens();
+    const bool seen = std::any_of(pictures.cbegin(), pictures.cend(),
+                                  [](const QImage &picture) { return !picture.isNull(); });
+    if (seen)
+        readPictures(pictures);
+    else
+        showCodes({},
+                  tr("Эта система не даёт снять экран. Скопируйте картинку с кодом и прочитайте "
+                     "её из буфера обмена."));
 }
 
 void ScannerPage::showCodes(const QVector<CodeReader::Code> &codes, const QString &nothing)
@@ -355,7 +402,7 @@ bool ScannerPage::eventFilter(QObject *watched, QEvent *event)
     const auto *key = static_cast<QKeyEvent *>(event);
     const bool pulled =
         key->key() == triggerKey && key->modifiers() == Qt::NoModifier && !key->isAutoRepeat();
-    if (!pulled || m_typedText.isEmpty() || m_scanner.isTyping())
+    if (!pulled || m_typedText.isEmpty() || m_scanner.isTyping() || m_reading)
         return QWidget::eventFilter(watched, event);
     startTyping();
     return true;

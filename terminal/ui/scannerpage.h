@@ -52,6 +52,11 @@ private:
     void chooseFile();
     void readClipboard();
     void readScreen();
+    using Reading = std::function<QVector<CodeReader::Code>(const CodeReader::Step &, QString *)>;
+    /// `reading` is done beside the window and owns what it reads; the text that it sets says why
+    /// there is no code.
+    void read(const Reading &reading);
+    void readPictures(const QVector<QImage> &pictures);
     void showCodes(const QVector<CodeReader::Code> &codes, const QString &nothing);
     void showCode(int index);
     void takeEditedText();
@@ -67,6 +72,7 @@ private:
     KeyboardScanner m_scanner;
     QTimer m_countdown;
     int m_secondsLeft = 0;
+    bool m_reading = false;
     QVector<CodeReader::Code> m_codes;
     /// Kept beside the editor, which would turn special blanks into ordinary ones.
     QString m_typedText;

@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTransform>
+#include <QtEndian>
 
 #include <functional>
 
@@ -273,6 +274,43 @@ private slots:
         QVERIFY(CodeReader::readFile(m_folder.filePath(QStringLiteral("нет такого.png")), &error)
                     .isEmpty());
         QVERIFY2(error.contains(QStringLiteral("нет такого.png")), qPrintable(error));
+    }
+
+    void aPictureThatIsTooLargeIsExplained()
+    {
+        // Only the head of a file: 16,000 by 16,000 points would be a gigabyte.
+        QImage small(1, 1, QImage::Format_RGB32);
+        small.fill(Qt::white);
+        const QString name = m_folder.filePath(QStringLiteral("huge.bmp"));
+        QVERIFY(small.save(name));
+        QFile file(name);
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(18));
+        const quint32 side = qToLittleEndian<quint32>(16000);
+        file.write(reinterpret_cast<const char *>(&side), sizeof side);
+        file.write(reinterpret_cast<const char *>(&side), sizeof side);
+        file.close();
+        QString error;
+        QVERIFY(CodeReader::readFile(name, &error).isEmpty());
+        QVERIFY2(error.contains(QStringLiteral("huge.bmp» слишком велика: 16000 на 16000")),
+                 qPrintable(error));
+    }
+
+    void theSearchIsStopped()
+    {
+        const QImage picture = QrPicture::draw(sample(), 4);
+        int looks = 0;
+        const auto countLooks = [&looks](int done, int total) {
+            ++looks;
+            return done < total;
+        };
+        QCOMPARE(CodeReader::read(picture, countLooks).size(), 1);
+        QCOMPARE(looks, 1);
+        QVERIFY(CodeReader::read(picture, [](int, int) { return false; }).isEmpty());
+        QImage blank(300, 300, QImage::Format_RGB32);
+        blank.fill(Qt::white);
+        looks = 0;
+        QVERIFY(CodeReader::read(blank, [&looks](int, int) { return ++looks < 3; }).isEmpty());
+        QCOMPARE(looks, 3);
     }
 
     void aPictureWithoutACodeIsExplained()

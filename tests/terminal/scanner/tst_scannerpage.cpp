@@ -205,6 +205,29 @@ private slots:
         QVERIFY2(summary().contains(QStringLiteral("нет.png")), qPrintable(summary()));
     }
 
+    void readingAHugePictureIsStopped()
+    {
+        m_page->setCode(text.toUtf8());
+        QImage huge(7000, 7000, QImage::Format_Grayscale8);
+        huge.fill(Qt::white);
+        m_page->setScreenGrabber([huge] { return QVector<QImage>{huge}; });
+        ModalAnswers answers;
+        QLineEdit *target = nullptr;
+        answers.run([&target](QDialog *dialog) {
+            // The trigger types nothing while it is not known what the code is.
+            target = new QLineEdit(dialog);
+            QTest::keyClick(target, Qt::Key_F9);
+            QCOMPARE(target->text(), QString());
+            QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+        });
+        click("pbScannerScreen");
+        QCOMPARE(answers.problems(), QStringList());
+        QCOMPARE(answers.pending(), 0);
+        QVERIFY2(summary().startsWith(QStringLiteral("Чтение прервано")), qPrintable(summary()));
+        QCOMPARE(m_page->text(), QString());
+        QVERIFY(!child<QPushButton>("pbScannerType")->isEnabled());
+    }
+
     void oneOfSeveralCodesIsChosen()
     {
         QImage page(900, 900, QImage::Format_RGB32);

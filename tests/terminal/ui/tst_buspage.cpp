@@ -273,6 +273,37 @@ private slots:
         QVERIFY(QDir(m_folder->path()).isEmpty());
     }
 
+    void stoppedSavingLeavesTheFileAsItWas()
+    {
+        const QString name = m_folder->filePath(QStringLiteral("шина.jsonl"));
+        QFile kept(name);
+        QVERIFY(kept.open(QIODevice::WriteOnly) && kept.write("kept") == 4);
+        kept.close();
+        QByteArray values;
+        for (int i = 0; i < 3000; ++i)
+            values += "{\"name\":\"x\"},";
+        values.chop(1);
+        BusMessage message;
+        message.direction = BusMessage::Direction::Incoming;
+        message.body = "[" + values + "]";
+        for (int i = 0; i < BusJournal::MOST_MESSAGES / 2; ++i)
+            m_bus->replay(message);
+        m_page->setAskFile([name](const QString &, const QString &) { return name; });
+        ModalAnswers answers;
+        QString shown;
+        answers.run([&shown](QDialog *dialog) {
+            shown = dialog->findChild<QLabel *>()->text();
+            QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+        });
+        click("pbBusSaveAll");
+        QCOMPARE(answers.problems(), QStringList());
+        QCOMPARE(answers.pending(), 0);
+        QCOMPARE(shown, QStringLiteral("Пишется файл «шина.jsonl»."));
+        QVERIFY(kept.open(QIODevice::ReadOnly));
+        QCOMPARE(kept.readAll(), QByteArray("kept"));
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files).size(), 1);
+    }
+
     void clearEmptiesTheJournal()
     {
         exchange(QStringLiteral("1"));

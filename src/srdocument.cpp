@@ -100,7 +100,7 @@ void SrDocument::parseCheckList(const QVariantList &list)
     qCWarning(log).noquote() << all;
     for (const QString &service : services)
         qCWarning(log).noquote() << service;
-    m_services = SrService::read(wrappers);
+    m_services = SrParamList::records<SrService>(wrappers);
 }
 
 void SrDocument::parseSingleDocFormat(const QString &docNumber, const QVariantList &list)

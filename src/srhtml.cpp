@@ -2,8 +2,6 @@
 
 #include "sraccount.h"
 
-#include <algorithm>
-
 namespace {
 
 const QString tableStart = QStringLiteral(R"(<table width="90%" border=1 align="center"><tbody>)");
@@ -19,14 +17,15 @@ const QString rowEnd = QStringLiteral("</td></tr>");
 
 constexpr int usualTotalsLength = 320;
 
-bool isMarkup(QChar c)
+bool hasMarkup(const QString &text)
 {
-    return c == QLatin1Char('<') || c == QLatin1Char('>') || c == QLatin1Char('&');
+    return text.contains(QLatin1Char('<')) || text.contains(QLatin1Char('>'))
+        || text.contains(QLatin1Char('&'));
 }
 
 void appendEscaped(QString &out, const QString &text)
 {
-    if (std::none_of(text.cbegin(), text.cend(), isMarkup)) {
+    if (!hasMarkup(text)) {
         out += text;
         return;
     }

@@ -19,8 +19,11 @@ namespace SrHtml {
 /// "<", ">" and "&" as entities; nothing else changes.
 QString escaped(const QString &text);
 
-/// Room for what stands above the services.
+/// Room for what stands above the tables, for a table's start and titles, and for a row of it: a
+/// document that grows under way is moved again and again.
 constexpr int usualHeaderLength = 2048;
+constexpr int usualTableLength = 320;
+constexpr int usualRowLength = 192;
 
 QString documentStart();
 QString documentEnd();

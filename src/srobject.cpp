@@ -5,8 +5,7 @@
 #include <QDebug>
 #include <QLoggingCategory>
 
-#include <atomic>
-#include <utility>
+#include <iterator>
 
 namespace {
 
@@ -15,29 +14,32 @@ const QString keyValue = QStringLiteral("value");
 const QString keyTitle = QStringLiteral("title");
 const QString keyIsEditable = QStringLiteral("isEditable");
 
+/// The few names in a record or a descriptor differ in length: walking along them and comparing
+/// lengths is several times quicker than a search that orders texts.
+QVariantMap::const_iterator find(const QVariantMap &map, const QString &name)
+{
+    constexpr int few = 16;
+    if (map.size() > few)
+        return map.constFind(name);
+    auto entry = map.constBegin();
+    while (entry != map.constEnd() && entry.key() != name)
+        ++entry;
+    return entry;
+}
+
 /// An entry of a descriptor. Descriptors are maps, and a map inside a variant is read in place.
 QVariant entryOf(const QVariant &descriptor, const QString &key)
 {
-    if (descriptor.userType() == QMetaType::QVariantMap)
-        return static_cast<const QVariantMap *>(descriptor.constData())->value(key);
-    return descriptor.toMap().value(key);
+    if (descriptor.userType() != QMetaType::QVariantMap)
+        return descriptor.toMap().value(key);
+    const auto &map = *static_cast<const QVariantMap *>(descriptor.constData());
+    const auto found = find(map, key);
+    return found == map.constEnd() ? QVariant() : *found;
 }
 
 } // namespace
 
 SrObject::~SrObject() = default;
-
-SrObject::SrObject(SrObject &&other) noexcept
-    : m_params(std::move(other.m_params)), m_stamp(std::exchange(other.m_stamp, 0))
-{
-}
-
-SrObject &SrObject::operator=(SrObject &&other) noexcept
-{
-    m_params.swap(other.m_params);
-    std::swap(m_stamp, other.m_stamp);
-    return *this;
-}
 
 QVariantList SrObject::toPayParamsList() const
 {
@@ -56,31 +58,28 @@ void SrObject::parseCheckList(const QVariantList &list)
     m_params.clear();
     for (const QVariant &descriptor : list)
         m_params.insert(entryOf(descriptor, keyName).toString(), descriptor);
-    changed();
-}
-
-void SrObject::changed()
-{
-    static std::atomic<quint64> last{0};
-    m_stamp = ++last;
-}
-
-void SrObject::setParams(const QVariantMap &params)
-{
-    m_params = params;
-    changed();
-}
-
-QVariant SrObject::takeField(const QString &name)
-{
-    changed();
-    return m_params.take(name);
 }
 
 QVariant SrObject::entry(const QString &field, const QString &key) const
 {
-    const auto found = m_params.constFind(field);
+    const auto found = find(m_params, field);
     return found == m_params.constEnd() ? QVariant() : entryOf(*found, key);
+}
+
+const QVariant *SrObject::valueInPlace(const QString &name) const
+{
+    const auto found = find(m_params, name);
+    if (found == m_params.constEnd() || found->userType() != QMetaType::QVariantMap)
+        return nullptr;
+    const auto &descriptor = *static_cast<const QVariantMap *>(found->constData());
+    if (descriptor.isEmpty())
+        return nullptr;
+    // Of the keys that billing sends "value" is the last one: found without a search.
+    const auto last = std::prev(descriptor.constEnd());
+    if (last.key() == keyValue)
+        return &*last;
+    const auto value = find(descriptor, keyValue);
+    return value == descriptor.constEnd() ? nullptr : &*value;
 }
 
 QVariantMap SrObject::getField(const QString &name) const
@@ -113,5 +112,4 @@ void SrObject::setValue(const QString &name, const QVariant &value)
     QVariantMap descriptor = found->toMap();
     descriptor.insert(keyValue, value);
     m_params.insert(name, descriptor);
-    changed();
 }

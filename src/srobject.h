@@ -18,9 +18,9 @@ public:
     SrObject() = default;
     virtual ~SrObject();
     SrObject(const SrObject &) = default;
-    SrObject(SrObject &&other) noexcept;
+    SrObject(SrObject &&) noexcept = default;
     SrObject &operator=(const SrObject &) = default;
-    SrObject &operator=(SrObject &&other) noexcept;
+    SrObject &operator=(SrObject &&) noexcept = default;
 
     /// The record as it travels with a payment: a { "name", "value" } map per field in ascending
     /// order of names, editable or not, nothing converted. The list is also written to the log.
@@ -30,7 +30,7 @@ public:
     virtual void parseCheckList(const QVariantList &list);
 
     QVariantMap getParams() const { return m_params; }
-    void setParams(const QVariantMap &params);
+    void setParams(const QVariantMap &params) { m_params = params; }
 
     /// The descriptor of a field; empty when there is none.
     QVariantMap getField(const QString &name) const;
@@ -41,26 +41,28 @@ public:
     /// Does nothing unless the field exists and is editable.
     void setValue(const QString &name, const QVariant &value);
 
-    bool operator==(const SrObject &other) const
-    {
-        return m_stamp == other.m_stamp || m_params == other.m_params;
-    }
+    bool operator==(const SrObject &other) const { return m_params == other.m_params; }
     bool operator!=(const SrObject &other) const { return !(*this == other); }
 
 protected:
     /// Is there a descriptor under this name.
     bool hasField(const QString &name) const { return m_params.contains(name); }
+    /// What `read` makes of a field's value, which is not copied for it. Tables and documents read
+    /// every value of every record.
+    template<typename Read>
+    auto valueRead(const QString &name, Read read) const
+    {
+        const QVariant *value = valueInPlace(name);
+        return value ? read(*value) : read(getValue(name));
+    }
     /// Takes the descriptor out of the record; invalid when there is none.
-    QVariant takeField(const QString &name);
-    /// Two records with the same stamp hold the same fields: each change gives a stamp that no
-    /// record had before, a copy keeps that of its original. Whoever keeps what it has read from
-    /// the fields sees by it that it has to read again.
-    quint64 stamp() const { return m_stamp; }
+    QVariant takeField(const QString &name) { return m_params.take(name); }
 
 private:
-    void changed();
+    /// Null when it has to be made: there is no such value, or the descriptor is no map as it
+    /// stands.
+    const QVariant *valueInPlace(const QString &name) const;
     QVariant entry(const QString &field, const QString &key) const;
 
     QVariantMap m_params;
-    quint64 m_stamp = 0;
 };

@@ -25,26 +25,17 @@ inline QVariantMap wrapped(const QString &name, const QVariantList &list)
     return {{QStringLiteral("name"), name}, {QStringLiteral("paramList"), list}};
 }
 
-/// One record per wrapped element, also for an empty one, in the order of the list. `afterEach`
-/// gets every record when it is parsed.
-template<typename Record, typename AfterEach>
-QList<Record> records(const QVariantList &wrappedRecords, AfterEach afterEach)
+/// One record per wrapped element, also for an empty one, in the order of the list.
+template<typename Record>
+QList<Record> records(const QVariantList &wrappedRecords)
 {
     QList<Record> parsed;
     parsed.reserve(wrappedRecords.size());
     for (const QVariant &wrapper : wrappedRecords) {
         parsed.append(Record());
-        Record &record = parsed.last();
-        record.parseCheckList(of(wrapper));
-        afterEach(record);
+        parsed.last().parseCheckList(of(wrapper));
     }
     return parsed;
-}
-
-template<typename Record>
-QList<Record> records(const QVariantList &wrappedRecords)
-{
-    return records<Record>(wrappedRecords, [](const Record &) {});
 }
 
 } // namespace SrParamList

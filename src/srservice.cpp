@@ -16,30 +16,9 @@ constexpr qint64 peniServiceId = 3924990;
 
 } // namespace
 
-QList<SrService> SrService::read(const QVariantList &wrappedServices)
-{
-    // While a record has just been parsed its fields are at hand; later each would be looked for in
-    // memory again.
-    return SrParamList::records<SrService>(wrappedServices,
-                                           [](const SrService &service) { service.values(); });
-}
-
-const SrService::Values &SrService::values() const
-{
-    if (m_values.stamp != stamp()) {
-        m_values.id = SrValues::integer(getValue(FIELD_ID));
-        m_values.name = SrValues::text(getValue(FIELD_NAME));
-        m_values.charge = Amount(SrValues::money(getValue(FIELD_CHARGE)));
-        m_values.topay = Amount(SrValues::money(getValue(FIELD_TOPAY)));
-        m_values.distributed = Amount(SrValues::money(getValue(FIELD_DISTRIBUTED)));
-        m_values.stamp = stamp();
-    }
-    return m_values;
-}
-
 qint64 SrService::id() const
 {
-    return values().id;
+    return valueRead(FIELD_ID, SrValues::integer);
 }
 
 void SrService::setId(qint64 id)
@@ -49,7 +28,7 @@ void SrService::setId(qint64 id)
 
 QString SrService::name() const
 {
-    return values().name;
+    return valueRead(FIELD_NAME, SrValues::text);
 }
 
 void SrService::setName(const QString &name)
@@ -59,12 +38,12 @@ void SrService::setName(const QString &name)
 
 basix::FixNumber SrService::charge() const
 {
-    return values().charge.number;
+    return valueRead(FIELD_CHARGE, SrValues::money);
 }
 
 QString SrService::chargeText() const
 {
-    return values().charge.text;
+    return valueRead(FIELD_CHARGE, SrValues::moneyText);
 }
 
 void SrService::setCharge(const basix::FixNumber &charge)
@@ -74,12 +53,12 @@ void SrService::setCharge(const basix::FixNumber &charge)
 
 basix::FixNumber SrService::topay() const
 {
-    return values().topay.number;
+    return valueRead(FIELD_TOPAY, SrValues::money);
 }
 
 QString SrService::topayText() const
 {
-    return values().topay.text;
+    return valueRead(FIELD_TOPAY, SrValues::moneyText);
 }
 
 void SrService::setTopay(const basix::FixNumber &topay)
@@ -89,12 +68,12 @@ void SrService::setTopay(const basix::FixNumber &topay)
 
 basix::FixNumber SrService::distributed() const
 {
-    return values().distributed.number;
+    return valueRead(FIELD_DISTRIBUTED, SrValues::money);
 }
 
 QString SrService::distributedText() const
 {
-    return values().distributed.text;
+    return valueRead(FIELD_DISTRIBUTED, SrValues::moneyText);
 }
 
 void SrService::setDistributed(const basix::FixNumber &distributed)
@@ -108,11 +87,10 @@ bool SrService::areReadyToPay(const QList<SrService> &services)
     bool anyNegative = false;
     bool anyDue = false;
     for (const SrService &service : services) {
-        const Values &values = service.values();
-        const qint64 distributed = values.distributed.number.value();
+        const qint64 distributed = service.distributed().value();
         anyDistributed = anyDistributed || distributed > 0;
         anyNegative = anyNegative || distributed < 0;
-        anyDue = anyDue || values.topay.number.value() != 0;
+        anyDue = anyDue || service.topay().value() != 0;
     }
     return (anyDistributed || !anyDue) && !anyNegative;
 }

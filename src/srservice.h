@@ -20,9 +20,6 @@ public:
     static const QString FIELD_TOPAY;
     static const QString FIELD_DISTRIBUTED;
 
-    /// One service per wrapped element, also for an empty one. Their values are read on the way.
-    static QList<SrService> read(const QVariantList &wrappedServices);
-
     qint64 id() const;
     void setId(qint64 id);
     QString name() const;
@@ -37,8 +34,8 @@ public:
     basix::FixNumber distributed() const;
     void setDistributed(const basix::FixNumber &distributed);
 
-    /// An amount as FixNumber::toString() writes it; the text is kept, tables and documents ask for
-    /// it again and again.
+    /// The amounts as their numbers are written; for tables and documents, which ask for them again
+    /// and again.
     QString chargeText() const;
     QString topayText() const;
     QString distributedText() const;
@@ -53,28 +50,4 @@ public:
     QVariantMap toParamMap() const;
     /// Billing's title of each field above by field name; empty where billing sent none.
     QMap<QString, QString> titles() const;
-
-private:
-    struct Amount
-    {
-        basix::FixNumber number;
-        QString text = QStringLiteral("0.00");
-
-        Amount() = default;
-        explicit Amount(const basix::FixNumber &amount) : number(amount), text(amount.toString()) {}
-    };
-    /// What the fields say, read once after each change of them.
-    struct Values
-    {
-        qint64 id = 0;
-        QString name;
-        Amount charge;
-        Amount topay;
-        Amount distributed;
-        quint64 stamp = 0;
-    };
-
-    const Values &values() const;
-
-    mutable Values m_values;
 };

@@ -2,6 +2,7 @@
 
 #include <QLocale>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -11,11 +12,46 @@ bool isFloating(const QVariant &value)
     return value.userType() == QMetaType::Double || value.userType() == QMetaType::Float;
 }
 
+bool isDigit(QChar c)
+{
+    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+}
+
+/// Is `text` what FixNumber::toString() writes of the number it names: no sign but a minus, no
+/// leading zeros, a point and two decimals? A negative one never begins with a zero here, for
+/// "-0.00" is written without its minus; a number that might not fit is left to FixNumber.
+bool isWrittenMoney(const QString &text)
+{
+    constexpr int decimals = 2;
+    constexpr int longestWhole = 15;
+    const QChar *at = text.constData();
+    const QChar *const point = at + text.size() - decimals - 1;
+    const bool negative = at < point && *at == QLatin1Char('-');
+    if (negative)
+        ++at;
+    const auto whole = point - at;
+    if (whole < 1 || whole > longestWhole || *point != QLatin1Char('.'))
+        return false;
+    if (*at == QLatin1Char('0') && (whole > 1 || negative))
+        return false;
+    return std::all_of(at, point, isDigit) && std::all_of(point + 1, point + 1 + decimals, isDigit);
+}
+
 } // namespace
 
 basix::FixNumber SrValues::money(const QVariant &value)
 {
     return basix::FixNumber(100, text(value));
+}
+
+QString SrValues::moneyText(const QVariant &value)
+{
+    if (value.userType() == QMetaType::QString) {
+        const QString &text = *static_cast<const QString *>(value.constData());
+        if (isWrittenMoney(text))
+            return text;
+    }
+    return money(value).toString();
 }
 
 qint64 SrValues::integer(const QVariant &value)

@@ -26,7 +26,7 @@ QVariantList SrPersonalAccount::toPayParamsList() const
 void SrPersonalAccount::parseCheckList(const QVariantList &list)
 {
     SrObject::parseCheckList(list);
-    m_services = SrService::read(SrParamList::of(takeField(FIELD_SERVICES)));
+    m_services = SrParamList::records<SrService>(SrParamList::of(takeField(FIELD_SERVICES)));
     m_counters = SrParamList::records<SrCounter>(SrParamList::of(takeField(FIELD_COUNTERS)));
 }
 
@@ -52,7 +52,8 @@ basix::FixNumber SrPersonalAccount::amount() const
 QString SrPersonalAccount::htmlHeader() const
 {
     QString document;
-    document.reserve(SrHtml::usualHeaderLength);
+    document.reserve(SrHtml::usualHeaderLength
+                     + (m_services.size() + m_counters.size()) * SrHtml::usualRowLength);
     document += SrHtml::documentStart();
     SrHtml::appendLine(document, SrHtml::payerName(fio()));
     SrHtml::appendLine(document, SrHtml::heading(address()));

@@ -72,8 +72,11 @@ basix::FixNumber SrLegalAccount::amount() const
 
 QString SrLegalAccount::htmlHeader() const
 {
+    int length = SrHtml::usualHeaderLength;
+    for (const SrDocument &each : m_documents)
+        length += SrHtml::usualTableLength + each.services().size() * SrHtml::usualRowLength;
     QString document;
-    document.reserve(SrHtml::usualHeaderLength);
+    document.reserve(length);
     document += SrHtml::documentStart();
     SrHtml::appendLine(document, SrHtml::payerName(fio()));
     SrHtml::appendLine(document, SrHtml::heading(address()));

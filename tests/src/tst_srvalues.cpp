@@ -18,6 +18,8 @@ private slots:
     void text_data();
     void text();
     void moneyOfEveryJsonNumber();
+    void moneyTextOfEveryShortText();
+    void moneyTextSharesWhatIsWrittenSo();
 };
 
 void TestSrValues::money_data()
@@ -32,6 +34,14 @@ void TestSrValues::money_data()
     QTest::newRow("text with two decimals")
         << QVariant(QStringLiteral("123.45")) << QStringLiteral("123.45");
     QTest::newRow("negative text") << QVariant(QStringLiteral("-0.05")) << QStringLiteral("-0.05");
+    QTest::newRow("longest whole part that is passed on")
+        << QVariant(QStringLiteral("999999999999999.99")) << QStringLiteral("999999999999999.99");
+    QTest::newRow("largest") << QVariant(QStringLiteral("92233720368547758.07"))
+                             << QStringLiteral("92233720368547758.07");
+    QTest::newRow("text beyond 64 bits")
+        << QVariant(QStringLiteral("92233720368547758.08")) << QStringLiteral("0.00");
+    QTest::newRow("other digits") << QVariant(QStringLiteral("１２.００"))
+                                  << QStringLiteral("0.00");
     QTest::newRow("no number") << QVariant(QStringLiteral("много")) << QStringLiteral("0.00");
     QTest::newRow("integer") << QVariant(12) << QStringLiteral("12.00");
     QTest::newRow("64 bits") << QVariant(qint64(123456789012345))
@@ -59,6 +69,7 @@ void TestSrValues::money()
     QFETCH(QVariant, value);
     QTEST(SrValues::money(value).toString(), "expected");
     QCOMPARE(SrValues::money(value).multiplier(), 100);
+    QTEST(SrValues::moneyText(value), "expected");
 }
 
 void TestSrValues::integer_data()
@@ -115,6 +126,31 @@ void TestSrValues::moneyOfEveryJsonNumber()
         const QVariant value =
             QJsonDocument::fromJson(json).object().toVariantMap().value(QStringLiteral("v"));
         QCOMPARE(SrValues::money(value), expected);
+    }
+}
+
+void TestSrValues::moneyTextOfEveryShortText()
+{
+    const QString alphabet = QStringLiteral("-+01.,:/ ");
+    const int length = 6;
+    QVector<int> at(length, -1);
+    for (int place = 0; place < length;) {
+        QString text;
+        for (const int character : qAsConst(at)) {
+            if (character >= 0)
+                text += alphabet.at(character);
+        }
+        QCOMPARE(SrValues::moneyText(text), SrValues::money(text).toString());
+        for (place = 0; place < length && ++at[place] == alphabet.size(); ++place)
+            at[place] = -1;
+    }
+}
+
+void TestSrValues::moneyTextSharesWhatIsWrittenSo()
+{
+    for (const char *const written : {"0.00", "0.05", "7.10", "-7.10", "1234567.89"}) {
+        const QString sent = QLatin1String(written);
+        QCOMPARE(SrValues::moneyText(sent).constData(), sent.constData());
     }
 }
 

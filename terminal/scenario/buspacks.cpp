@@ -75,7 +75,7 @@ BusPacks BusPacks::since(const BusJournal &journal, qint64 moment)
         const BusMessage &message = entry.message;
         if (entry.number > moment && message.direction == BusMessage::Direction::Outgoing
             && message.address == Outbox::PACK_DESTINATION && entry.refusal.isEmpty())
-            result.take(message.body);
+            result.take(message.body.bytes());
     }
     return result;
 }

@@ -27,6 +27,7 @@ void StepRunner::start()
     m_waiting.start();
     m_sinceStep.start();
     m_timer.start();
+    lookWhenIdle();
 }
 
 void StepRunner::fail(const QString &reason)
@@ -36,6 +37,12 @@ void StepRunner::fail(const QString &reason)
     m_failure = reason.isEmpty() ? tr("причина не названа") : reason;
     m_steps.clear();
     m_timer.start();
+}
+
+void StepRunner::lookWhenIdle()
+{
+    // Windows that were just shown are painted first.
+    QTimer::singleShot(0, this, &StepRunner::look);
 }
 
 void StepRunner::look()
@@ -94,12 +101,14 @@ void StepRunner::runNext()
     m_sinceStep.restart();
     if (!step.title.isEmpty())
         emit stepStarted(step.title);
-    if (!step.act)
-        return;
-    ++m_acting;
-    step.act();
-    --m_acting;
-    m_waiting.restart();
+    if (step.act) {
+        ++m_acting;
+        step.act();
+        --m_acting;
+        m_waiting.restart();
+    }
+    if (m_steps.isEmpty())
+        lookWhenIdle();
 }
 
 void StepRunner::finish()

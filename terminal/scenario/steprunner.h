@@ -50,6 +50,7 @@ signals:
 
 private:
     void look();
+    void lookWhenIdle();
     void closeFront();
     void runNext();
     void finish();

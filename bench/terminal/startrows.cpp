@@ -1,6 +1,5 @@
 #include "benchrows.h"
 
-#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -21,15 +20,9 @@ void startTerminal(benchmark::State &state, int)
 {
     // A folder that exists: what the very first start puts into it is not part of a working day.
     static const QTemporaryDir folder;
-    const QString scenario = folder.filePath(QStringLiteral("nothing.scenario"));
-    QFile file(scenario);
-    if (!file.open(QIODevice::WriteOnly) || file.write("проверить чеков 0\n") < 0)
-        state.SkipWithError("the scenario was not written");
-    file.close();
-    const QStringList arguments{
-        QStringLiteral("--data"),     folder.filePath(QStringLiteral("data")),
-        QStringLiteral("--plugin"),   QString::fromLocal8Bit(SELMAR_PLUGIN_FILE),
-        QStringLiteral("--scenario"), scenario};
+    const QStringList arguments{QStringLiteral("--check-start"), QStringLiteral("--data"),
+                                folder.filePath(QStringLiteral("data")), QStringLiteral("--plugin"),
+                                QString::fromLocal8Bit(SELMAR_PLUGIN_FILE)};
     run(state, SELMAR_TERMINAL_FILE, arguments);
     for (auto _ : state)
         run(state, SELMAR_TERMINAL_FILE, arguments);

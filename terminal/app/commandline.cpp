@@ -92,6 +92,10 @@ CommandLine CommandLine::parse(const QStringList &arguments)
                                   QStringLiteral("Пауза между шагами показа."),
                                   QStringLiteral("мс"), QStringLiteral("0"));
 
+    const QCommandLineOption checkStart(
+        QStringLiteral("check-start"),
+        QStringLiteral("Открыть рабочее место за кадром и выйти, как только им можно "
+                       "пользоваться. Код выхода 0, только если открылось всё, и модуль тоже."));
     const QCommandLineOption bill(
         QStringLiteral("bill"),
         QStringLiteral("Записать образец квитанции этого счёта или договора в файл ключа --file и "
@@ -122,7 +126,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     for (const Device device : DeviceStates::devices())
         parser.addOption(stateOption(device));
     parser.addOptions(
-        {demo, scenario, out, visible, slow, bill, document, encoding, file, readCode});
+        {demo, scenario, out, visible, slow, checkStart, bill, document, encoding, file, readCode});
     if (!parser.parse(arguments))
         refuse(parser.errorText());
     if (parser.isSet(help))
@@ -154,6 +158,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
                               "с --scenario не употребляется."));
     result.outFolder = parser.value(out);
     result.visible = parser.isSet(visible);
+    result.checkStart = parser.isSet(checkStart);
     bool ok = false;
     result.pause = parser.value(slow).toInt(&ok);
     if (!ok || result.pause < 0 || result.pause > 60000)
@@ -181,9 +186,9 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     if (parser.isSet(readCode) && result.codePicture.isEmpty())
         refuse(QStringLiteral("Ключу --read-code нужен файл картинки."));
     const int tasks = int(parser.isSet(demo)) + int(parser.isSet(scenario))
-        + int(parser.isSet(bill)) + int(parser.isSet(readCode));
+        + int(parser.isSet(bill)) + int(parser.isSet(readCode)) + int(result.checkStart);
     if (tasks > 1)
-        refuse(QStringLiteral(
-            "Из ключей --demo, --scenario, --bill и --read-code употребляется один за раз."));
+        refuse(QStringLiteral("Из ключей --demo, --scenario, --check-start, --bill и --read-code "
+                              "употребляется один за раз."));
     return result;
 }

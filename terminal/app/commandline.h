@@ -22,7 +22,8 @@ struct CommandLine
     QString scenarioFile; ///< empty: not given; never together with a demo
     QString outFolder;    ///< empty: the demo or scenario leaves no files
     bool visible = false;
-    int pause = 0; ///< milliseconds between the demo's steps
+    bool checkStart = false; ///< end as soon as the window can be used
+    int pause = 0;           ///< milliseconds between the demo's steps
 
     QString billAccount;  ///< account or contract to write a sample bill of; empty: not given
     QString billDocument; ///< of the contract; empty: the first unpaid one

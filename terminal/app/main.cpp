@@ -21,6 +21,7 @@
 #include <QFile>
 #include <QMessageBox>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QVector>
 
 #include <cstdio>
@@ -47,8 +48,8 @@ bool needsNoScreen(int argc, char *argv[])
             return false;
         demo = demo || argument.startsWith("--demo") || argument.startsWith("--scenario")
             || argument.startsWith("--bill") || argument.startsWith("--read-code")
-            || argument.startsWith("--help") || argument == "--version" || argument == "-h"
-            || argument == "-v";
+            || argument == "--check-start" || argument.startsWith("--help")
+            || argument == "--version" || argument == "-h" || argument == "-v";
     }
     return demo;
 }
@@ -61,6 +62,12 @@ int cannotStart(const QString &error)
     return CannotStart;
 }
 
+int withoutPlugin(const PluginHost &host)
+{
+    const QStringList reasons{host.error(), host.details()};
+    return cannotStart(reasons.join(QLatin1Char('\n')).trimmed());
+}
+
 bool bringUpToDate(const QString &dataFolder, QString *error)
 {
     return StoreUpgrade::run(TerminalContext::paymentsFile(dataFolder), PaymentRows::schema(),
@@ -69,10 +76,8 @@ bool bringUpToDate(const QString &dataFolder, QString *error)
 
 int runDemo(const CommandLine &commandLine, TerminalContext &context, MainWindow &window)
 {
-    if (!context.pluginHost().isLoaded()) {
-        const QStringList reasons{context.pluginHost().error(), context.pluginHost().details()};
-        return cannotStart(reasons.join(QLatin1Char('\n')).trimmed());
-    }
+    if (!context.pluginHost().isLoaded())
+        return withoutPlugin(context.pluginHost());
     const DemoRun::Options options{commandLine.outFolder, commandLine.pause};
     if (commandLine.demo == CommandLine::Demo::Individual) {
         IndividualDemo demo(context, window, options);
@@ -85,10 +90,8 @@ int runDemo(const CommandLine &commandLine, TerminalContext &context, MainWindow
 int runScenario(const CommandLine &commandLine, const ScenarioCommands &commands,
                 TerminalContext &context, MainWindow &window)
 {
-    if (!context.pluginHost().isLoaded()) {
-        const QStringList reasons{context.pluginHost().error(), context.pluginHost().details()};
-        return cannotStart(reasons.join(QLatin1Char('\n')).trimmed());
-    }
+    if (!context.pluginHost().isLoaded())
+        return withoutPlugin(context.pluginHost());
     ScenarioRun scenario(context, window, {commandLine.outFolder, commandLine.pause});
     const bool ok = scenario.run(commands);
     for (const QString &failure : scenario.failures())
@@ -96,6 +99,18 @@ int runScenario(const CommandLine &commandLine, const ScenarioCommands &commands
     std::fprintf(stdout, "%s\n",
                  ok ? "Сценарий выполнен, суммы сошлись." : "Сценарий не выполнен.");
     return ok ? Ok : PaymentDisagrees;
+}
+
+/// `window` is shown, but nothing of it has been painted.
+int checkStart(QApplication &application, TerminalContext &context)
+{
+    if (!context.pluginHost().isLoaded())
+        return withoutPlugin(context.pluginHost());
+    // Comes when there is nothing left to lay out or to paint and the next key would be heard.
+    QTimer::singleShot(0, &application, &QApplication::quit);
+    QApplication::exec();
+    std::fprintf(stdout, "Рабочее место открылось.\n");
+    return Ok;
 }
 
 int run(QApplication &application, const QStringList &ownArguments)
@@ -159,6 +174,8 @@ int run(QApplication &application, const QStringList &ownArguments)
 
     MainWindow window(*context);
     window.show();
+    if (commandLine.checkStart)
+        return checkStart(application, *context);
     if (scenario)
         return runScenario(commandLine, parser.commands(), *context, window);
     if (demo)

@@ -1,15 +1,37 @@
 #include "srpluginbuild.h"
 
-#include <QDateTime>
-#include <QLocale>
+#include <QDate>
+#include <QLatin1String>
+#include <QTime>
 
+namespace {
+
+constexpr QLatin1String months("JanFebMarAprMayJunJulAugSepOctNovDec");
+constexpr int monthLength = 3;
+constexpr int dateLength = 11;
+constexpr int dayAt = 4;
+constexpr int dayLength = 2;
+constexpr int yearAt = 7;
+
+QDate dateOf(const QString &text)
+{
+    const int month = months.indexOf(QStringView(text).left(monthLength));
+    if (text.size() != dateLength || month < 0 || month % monthLength != 0)
+        return QDate();
+    return QDate(text.midRef(yearAt).toInt(), month / monthLength + 1,
+                 text.midRef(dayAt, dayLength).trimmed().toInt());
+}
+
+} // namespace
+
+// Runs whenever a host loads the plugin: neither a locale nor a time zone is opened for it.
 QString srBuildMoment(const QString &date, const QString &time)
 {
-    // The compiler pads a one-digit day with a blank, which the format below would not take.
-    const QString moment = QStringLiteral("%1 %2").arg(date, time).simplified();
-    return QLocale(QStringLiteral("en"))
-        .toDateTime(moment, QStringLiteral("MMM d yyyy hh:mm:ss"))
-        .toString(Qt::ISODate);
+    const QDate day = dateOf(date);
+    const QTime moment = QTime::fromString(time, Qt::ISODate);
+    if (!day.isValid() || !moment.isValid())
+        return QString();
+    return day.toString(Qt::ISODate) + QLatin1Char('T') + moment.toString(Qt::ISODate);
 }
 
 QString srPluginBuild()

@@ -42,6 +42,12 @@ void TestSrPluginBuild::moment_data()
     QTest::newRow("month in another language") << "Мар 31 2023"
                                                << "15:40:19"
                                                << "";
+    QTest::newRow("between two months") << "anF  5 2026"
+                                        << "10:00:00"
+                                        << "";
+    QTest::newRow("no such hour") << "Mar 31 2023"
+                                  << "24:00:01"
+                                  << "";
     QTest::newRow("nothing") << ""
                              << ""
                              << "";

@@ -3,6 +3,7 @@
 #include "roubles.h"
 
 #include <app/terminalcontext.h>
+#include <ui/buspage.h>
 #include <ui/mainwindow.h>
 
 #include <basixcore/fixnumber.h>
@@ -349,6 +350,8 @@ bool ScenarioRun::savePicture()
         if (window == front || window == &m_window || !window->isVisible() || window->parentWidget()
             || window->windowType() != Qt::Window)
             continue;
+        if (auto *bus = qobject_cast<BusPage *>(window))
+            bus->settle();
         const QString name = QStringLiteral("%1-%2.png").arg(number, window->objectName());
         saved = window->grab().save(folder.filePath(name)) && saved;
     }

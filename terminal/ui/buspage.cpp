@@ -157,11 +157,7 @@ void BusPage::connectAll()
     connect(m_search, &QLineEdit::textChanged, &m_searchDelay, QOverload<>::of(&QTimer::start));
     connect(m_search, &QLineEdit::returnPressed, this, &BusPage::applyFilter);
     connect(&m_searchDelay, &QTimer::timeout, this, &BusPage::applyFilter);
-    connect(&m_showDelay, &QTimer::timeout, this, [this] {
-        followNewest();
-        showChosen();
-        showCount();
-    });
+    connect(&m_showDelay, &QTimer::timeout, this, &BusPage::settle);
     connect(m_pause, &QPushButton::toggled, this, &BusPage::setPaused);
     connect(m_clear, &QPushButton::clicked, this, [this] {
         m_pause->setChecked(false);
@@ -230,6 +226,14 @@ void BusPage::setPaused(bool paused)
         followNewest();
     }
     m_shown = 0;
+    showChosen();
+    showCount();
+}
+
+void BusPage::settle()
+{
+    m_showDelay.stop();
+    followNewest();
     showChosen();
     showCount();
 }

@@ -34,6 +34,9 @@ public:
     /// Replaces the file dialog.
     void setAskFile(AskFile askFile) { m_askFile = std::move(askFile); }
 
+    /// Shows at once what a burst of messages has left for later.
+    void settle();
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -147,6 +147,20 @@ private slots:
         QCOMPARE(currentRow(), 0);
     }
 
+    void whatWasLeftForLaterIsShownAtOnce()
+    {
+        send(QStringLiteral("1"));
+        QTRY_VERIFY(shown().contains(QStringLiteral("ответа ещё нет")));
+        BusMessage answer;
+        answer.direction = BusMessage::Direction::Incoming;
+        answer.body = QByteArray(R"({"uid":"1"})");
+        m_bus->replay(answer);
+        QVERIFY(!shown().contains(QStringLiteral("Ответ на № 1")));
+        m_page->settle();
+        QVERIFY2(shown().contains(QStringLiteral("ответ на № 1"), Qt::CaseInsensitive),
+                 qPrintable(shown()));
+    }
+
     void requestAndAnswerLeadToEachOther()
     {
         exchange(QStringLiteral("1"));

@@ -41,10 +41,11 @@ done
 
 if [ -z "$only_text$demo$scenario$display" ]; then
     demo=individual
-    arguments+=(--demo "$demo")
+    # In front: behind an option that lacks its value it would be taken for one.
+    arguments=(--demo "$demo" "${arguments[@]}")
 fi
 if [ -n "$demo" ] && [ -z "$out" ]; then
-    arguments+=(--out "$root/build/demo-$demo")
+    arguments=(--out "$root/build/demo-$demo" "${arguments[@]}")
 fi
 
 if [ -n "$visible" ] && [ -z "$display" ]; then

@@ -1,6 +1,7 @@
 # The terminal without its windows: bus, billing, fiscal register, payments and their recovery, host data.
 find_package(Qt5 5.15 REQUIRED COMPONENTS Core Sql)
 add_library(terminal_core STATIC
+    app/optionvalues.h app/optionvalues.cpp
     bus/busjournal.h bus/busjournal.cpp
     bus/busjournalentry.h
     bus/busmessage.h

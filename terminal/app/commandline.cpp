@@ -1,5 +1,7 @@
 #include "commandline.h"
 
+#include <app/optionvalues.h>
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
@@ -122,11 +124,15 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         "Образцовое рабочее место кассира: принимает платежи через подключаемый модуль."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addOptions({data, plugin, bus});
+    QList<QCommandLineOption> options{data, plugin, bus};
     for (const Device device : DeviceStates::devices())
-        parser.addOption(stateOption(device));
-    parser.addOptions(
-        {demo, scenario, out, visible, slow, checkStart, bill, document, encoding, file, readCode});
+        options.append(stateOption(device));
+    options +=
+        {demo, scenario, out, visible, slow, checkStart, bill, document, encoding, file, readCode};
+    parser.addOptions(options);
+    const QString missing = missingOptionValue(options + QList{help, version}, arguments);
+    if (!missing.isEmpty())
+        refuse(missing);
     if (!parser.parse(arguments))
         refuse(parser.errorText());
     if (parser.isSet(help))
@@ -141,8 +147,6 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     result.dataFolder = parser.value(data);
     result.pluginFile = parser.value(plugin);
     result.busAddress = parser.value(bus);
-    if (parser.isSet(bus) && result.busAddress.isEmpty())
-        refuse(QStringLiteral("Ключу --bus нужен адрес сервера сообщений."));
     result.deviceStates = statesIn(parser);
     if (parser.isSet(bus) && parser.isSet(DeviceStates::option(Device::Billing)))
         refuse(QStringLiteral("За сервером сообщений биллинг не здешний, поэтому ключ --bus с "
@@ -150,9 +154,6 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     if (parser.isSet(demo))
         result.demo = demoOf(parser.value(demo));
     result.scenarioFile = parser.value(scenario);
-    if (parser.isSet(scenario) && (result.scenarioFile.isEmpty() || parser.isSet(demo)))
-        refuse(
-            QStringLiteral("Ключу --scenario нужен файл, и вместе с --demo он не употребляется."));
     if (parser.isSet(bus) && parser.isSet(scenario))
         refuse(QStringLiteral("Сценарий управляет биллингом внутри программы, поэтому ключ --bus "
                               "с --scenario не употребляется."));
@@ -178,13 +179,10 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         refuse(QStringLiteral("Кодировки «%1» у кода не бывает. Есть utf-8, windows-1251 и koi8-r.")
                    .arg(parser.value(encoding)));
     result.billEncoding = *known;
-    if (parser.isSet(bill) != parser.isSet(file)
-        || (parser.isSet(bill) && (result.billAccount.isEmpty() || result.billFile.isEmpty())))
+    if (parser.isSet(bill) != parser.isSet(file))
         refuse(QStringLiteral("Ключи --bill и --file нужны вместе: чья квитанция и в какой файл."));
     if ((parser.isSet(document) || parser.isSet(encoding)) && !parser.isSet(bill))
         refuse(QStringLiteral("Ключи --document и --encoding имеют смысл только вместе с --bill."));
-    if (parser.isSet(readCode) && result.codePicture.isEmpty())
-        refuse(QStringLiteral("Ключу --read-code нужен файл картинки."));
     const int tasks = int(parser.isSet(demo)) + int(parser.isSet(scenario))
         + int(parser.isSet(bill)) + int(parser.isSet(readCode)) + int(result.checkStart);
     if (tasks > 1)

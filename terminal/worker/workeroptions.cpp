@@ -2,6 +2,8 @@
 
 #include "billingworker.h"
 
+#include <app/optionvalues.h>
+
 #include <QCommandLineParser>
 
 #include <cstdio>
@@ -42,7 +44,11 @@ WorkerOptions WorkerOptions::parse(const QStringList &arguments)
                        "SIGTERM завершает его, ничего не теряя."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addOptions({bus, database, prefetch});
+    const QList<QCommandLineOption> options{bus, database, prefetch};
+    parser.addOptions(options);
+    const QString missing = missingOptionValue(options + QList{help, version}, arguments);
+    if (!missing.isEmpty())
+        refuse(missing);
     if (!parser.parse(arguments))
         refuse(parser.errorText());
     if (parser.isSet(help))
@@ -55,12 +61,12 @@ WorkerOptions WorkerOptions::parse(const QStringList &arguments)
     if (!parser.isSet(bus) || !parser.isSet(database))
         refuse(QStringLiteral("Нужны оба ключа: --bus и --database."));
 
-    WorkerOptions options;
-    options.bus = parser.value(bus);
-    options.database = parser.value(database);
+    WorkerOptions result;
+    result.bus = parser.value(bus);
+    result.database = parser.value(database);
     bool ok = false;
-    options.prefetch = parser.value(prefetch).toInt(&ok);
-    if (!ok || options.prefetch < 1 || options.prefetch > LARGEST_PREFETCH)
+    result.prefetch = parser.value(prefetch).toInt(&ok);
+    if (!ok || result.prefetch < 1 || result.prefetch > LARGEST_PREFETCH)
         refuse(QStringLiteral("Ключ --prefetch: нужно целое число от 1 до 1000."));
-    return options;
+    return result;
 }

@@ -34,12 +34,15 @@ bool isCredential(const QString &key)
 
 /// For a text that is not JSON, such as one that was cut: a value ends where its quotation mark
 /// closes, and in JSON that stands inside a text marks carry one backslash, escaped ones three.
+///
+/// No repetition gives back what it took: the matcher would keep a place to return to for every
+/// character, and give up on a value of some ten thousand of them, which would then be shown.
 QString maskedText(QString text)
 {
     static const QRegularExpression pair(
         QStringLiteral(
-            R"re((\\?"(?:%1)\\?"\s*:\s*)("(?:[^"\\]|\\.)*"?|)re"
-            R"re(\\"(?:[^"\\]|\\\\(?:\\["\\]|[^"\\])|\\[^"\\])*(?:\\")?|[^\s,}\]"\\]+))re")
+            R"re((\\?"(?:%1)\\?"\s*+:\s*+)("(?:[^"\\]++|\\.)*+"?+|)re"
+            R"re(\\"(?:[^"\\]++|\\\\(?:\\["\\]|[^"\\])|\\[^"\\])*+(?:\\")?+|[^\s,}\]"\\]++))re")
             .arg(credentialNames()),
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
     return text.replace(pair, QStringLiteral("\\1\"***\""));

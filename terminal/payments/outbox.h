@@ -64,9 +64,9 @@ public:
     /// text when that is not possible.
     bool postAgain(qint64 packId, QString *error);
 
-    /// Fills `message` with what is to be posted and moves the pack on; false with a Russian text
+    /// Fills `map` with what is to be posted and moves the pack on; false with a Russian text
     /// for a pack that is not saved or is already posted.
-    bool take(qint64 packId, QVariantMap &message, QString &error);
+    bool take(qint64 packId, QVariantMap &map, QString &error);
 
     /// What the controller tells: a pack was saved and is posted at once by somebody else or not;
     /// it was handed out for posting; the bus took or refused it.

@@ -128,6 +128,14 @@ void tst_MessageText::credentialsAreNeverShown_data()
     QTest::newRow("cut inner text") << QByteArray(R"({"description":"{\"pwd\":\"qwerty-1\",\"a)");
     QTest::newRow("cut text inside a whole one")
         << QByteArray(R"({"description":"{\"cvv\": \"qwerty-1\",\"a"})");
+    const QByteArray letters(200000, 'x');
+    QTest::newRow("long") << "{\"token\":\"" + letters + "qwerty-1";
+    QTest::newRow("long, of escaped characters")
+        << "{\"token\":\"" + QByteArray(R"(\u0041)").repeated(50000) + "qwerty-1";
+    QTest::newRow("long in a cut inner text")
+        << R"({"description":"{\"token\":\")" + letters + "qwerty-1";
+    QTest::newRow("behind a long one")
+        << "{\"token\":\"" + letters + R"(","pin":"qwerty-1","desc)";
 }
 
 void tst_MessageText::credentialsAreNeverShown()

@@ -23,7 +23,7 @@ InProcessBus::~InProcessBus() = default;
 
 void InProcessBus::serve(const QString &destination, Handler handler)
 {
-    m_handlers.insert(destination, std::move(handler));
+    m_handlers[destination] = std::move(handler);
 }
 
 void InProcessBus::withdraw(const QString &destination)

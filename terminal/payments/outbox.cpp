@@ -195,8 +195,10 @@ void Outbox::askAgain()
 {
     if (m_lastAsked && now() - *m_lastAsked < m_timing.askAgain)
         return;
-    m_lastAsked = now();
     const QVector<qint64> unconfirmed = m_store.unacknowledged();
+    if (!m_store.lastError().isEmpty())
+        return;
+    m_lastAsked = now();
     for (const qint64 packId : unconfirmed) {
         if (!m_again.contains(packId))
             m_again.append(packId);
@@ -225,6 +227,9 @@ void Outbox::wake()
 qint64 Outbox::untilNext()
 {
     const QVector<qint64> packs = m_store.unposted() + m_again;
+    // A store that cannot be read now may hold packs all the same.
+    if (!m_store.lastError().isEmpty())
+        return m_timing.longest;
     qint64 next = -1;
     for (const qint64 packId : packs) {
         const qint64 at =
@@ -236,7 +241,7 @@ qint64 Outbox::untilNext()
 
 bool Outbox::idle()
 {
-    return m_store.unposted().isEmpty() && m_again.isEmpty();
+    return m_store.unposted().isEmpty() && m_store.lastError().isEmpty() && m_again.isEmpty();
 }
 
 void Outbox::schedule()

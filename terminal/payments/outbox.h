@@ -77,9 +77,10 @@ public:
 
     /// Posts what is due; called by the outbox's own timer.
     void wake();
-    /// Milliseconds until something is due; -1 when nothing waits.
+    /// Milliseconds until something is due, or until a store that could not be read is tried again;
+    /// -1 when nothing waits.
     qint64 untilNext();
-    /// Nothing is on its way and nothing waits.
+    /// Nothing is on its way and nothing waits; false when that cannot be told.
     bool idle();
 
 signals:

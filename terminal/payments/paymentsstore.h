@@ -46,9 +46,9 @@ public:
 
     std::optional<PaymentRecord> record(qint64 packId);
     std::optional<QVariantMap> pack(qint64 packId);
-    /// Packs the bus has not taken, oldest first.
+    /// Packs the bus has not taken, oldest first. None with a lastError(): they could not be read.
     QVector<qint64> unposted();
-    /// Packs that the bus took and billing has not confirmed, oldest first.
+    /// The same for those that the bus took and billing has not confirmed.
     QVector<qint64> unacknowledged();
 
     /// Nothing with an empty lastError() means that no pack has this receipt.

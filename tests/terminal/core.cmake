@@ -26,6 +26,6 @@ selmar_test(tst_journalquery SOURCES payments/tst_journalquery.cpp LIBRARIES ter
 selmar_test(tst_paymentsstore SOURCES payments/tst_paymentsstore.cpp LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_payscontroller SOURCES payments/tst_payscontroller.cpp LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_chargejournal SOURCES payments/tst_chargejournal.cpp LIBRARIES terminal_core LABELS unit)
-selmar_test(tst_outbox SOURCES payments/tst_outbox.cpp LIBRARIES terminal_core LABELS unit)
+selmar_test(tst_outbox SOURCES payments/tst_outbox.cpp LIBRARIES terminal_core Qt5::Sql LABELS unit)
 selmar_test(tst_writecheck SOURCES storage/tst_writecheck.cpp LIBRARIES terminal_core Qt5::Sql LABELS unit)
 selmar_test(tst_hostdataseeder SOURCES hostdata/tst_hostdataseeder.cpp LIBRARIES terminal_core LABELS unit)

@@ -45,11 +45,9 @@ AmqpBus::AmqpBus(const BrokerAddress &address, QObject *parent)
     connect(&m_thread, &QThread::finished, m_link, &QObject::deleteLater);
 
     connect(m_link, &AmqpLink::accepted, this, [this](quint64 token) {
-        const auto it = m_sent.constFind(token);
-        if (it == m_sent.cend())
+        if (!m_sent.contains(token))
             return;
-        const Sent sent = *it;
-        m_sent.erase(it);
+        const Sent sent = m_sent.take(token);
         emit accepted(sent.destination, sent.data);
     });
     connect(m_link, &AmqpLink::refused, this, &AmqpBus::refuse);
@@ -128,10 +126,8 @@ void AmqpBus::sendMessage(const QString &destination, const QVariant &data)
 
 void AmqpBus::refuse(quint64 token, const QString &reason)
 {
-    const auto it = m_sent.constFind(token);
-    if (it == m_sent.cend())
+    if (!m_sent.contains(token))
         return;
-    const Sent sent = *it;
-    m_sent.erase(it);
+    const Sent sent = m_sent.take(token);
     emit refused(sent.destination, sent.data, reason);
 }

@@ -14,5 +14,6 @@ int ReconnectDelay::next()
 {
     const int step = m_step;
     m_step = qMin(m_step * 2, LONGEST_MS);
-    return step / 2 + static_cast<int>(m_random() * (step - step / 2));
+    const int half = step / 2;
+    return half + static_cast<int>(m_random() * (step - half));
 }

@@ -4,6 +4,9 @@
 #include <payments/payscontroller.h>
 
 #include <QSignalSpy>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -29,9 +32,12 @@ private slots:
     void asksOnceMoreOverANewConnection();
     void postsAgainOnRequest();
     void retriesByItself();
+    void comesBackToAStoreThatCouldNotBeRead();
 
 private:
     void save(qint64 id);
+    /// Does something to the store's file behind its back.
+    void executeInFile(const QString &sql);
     void start();
     /// Lets the bus answer what it was sent.
     void settle()
@@ -89,6 +95,19 @@ void tst_Outbox::save(qint64 id)
     record.packId = id;
     record.created = QDateTime::currentDateTime();
     QVERIFY(m_store->save(record, {{QStringLiteral("id"), QString::number(id)}}));
+}
+
+void tst_Outbox::executeInFile(const QString &sql)
+{
+    const QString name = QStringLiteral("other");
+    {
+        QSqlDatabase other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        other.setDatabaseName(m_folder->filePath(QStringLiteral("payments.sqlite")));
+        QVERIFY(other.open());
+        QSqlQuery query(other);
+        QVERIFY2(query.exec(sql), qPrintable(query.lastError().text()));
+    }
+    QSqlDatabase::removeDatabase(name);
 }
 
 void tst_Outbox::start()
@@ -312,6 +331,23 @@ void tst_Outbox::retriesByItself()
     QTRY_VERIFY(!m_store->record(1)->lastError.isEmpty());
     m_refused.clear();
     QTRY_COMPARE(state(1), PackState::Posted);
+}
+
+void tst_Outbox::comesBackToAStoreThatCouldNotBeRead()
+{
+    m_timing = OutboxTiming();
+    m_timing.first = 20;
+    m_timing.longest = 20;
+    save(1);
+    executeInFile(QStringLiteral("ALTER TABLE packs RENAME TO packs_away"));
+    start();
+    QCOMPARE(m_controller->outbox().untilNext(), qint64(20));
+    QVERIFY(!m_controller->outbox().idle());
+    QVERIFY(taken().isEmpty());
+    executeInFile(QStringLiteral("ALTER TABLE packs_away RENAME TO packs"));
+    QTRY_COMPARE(state(1), PackState::Posted);
+    QCOMPARE(taken(), QVector<qint64>{1});
+    QVERIFY(m_controller->outbox().idle());
 }
 
 QTEST_GUILESS_MAIN(tst_Outbox)

@@ -34,7 +34,8 @@ QVector<CardCharge> CardChargeLog::charges()
 basix::FixNumber CardChargeLog::total()
 {
     basix::FixNumber sum;
-    for (const CardCharge &charge : charges())
+    const QVector<CardCharge> all = charges();
+    for (const CardCharge &charge : all)
         sum += charge.amount;
     return sum;
 }

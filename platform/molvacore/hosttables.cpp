@@ -71,7 +71,7 @@ bool setCurrentRecord(DbConnector &db, const QString &table, const QString &colu
 
 QString text(const QString &value)
 {
-    return value.isNull() ? QStringLiteral("") : value;
+    return value.isNull() ? QString(QLatin1String("")) : value;
 }
 
 } // namespace HostTables

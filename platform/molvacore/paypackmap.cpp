@@ -83,7 +83,8 @@ QVariantMap paymentMap(const Payment &payment)
 {
     const Provider provider = payment.providerData();
     QVariantList parameters;
-    for (const QSharedPointer<ProviderParameter> &parameter : provider.parameters()) {
+    const auto described = provider.parameters();
+    for (const QSharedPointer<ProviderParameter> &parameter : described) {
         parameters.append(QVariantMap{{QStringLiteral("name"), parameter->name()},
                                       {QStringLiteral("title"), parameter->title()},
                                       {QStringLiteral("value"), parameter->value()}});
@@ -172,7 +173,8 @@ public:
     template<typename Element>
     void forEach(const char *key, Element element)
     {
-        for (const QVariant &item : list(key))
+        const QVariantList items = list(key);
+        for (const QVariant &item : items)
             m_ok = m_ok && item.userType() == QMetaType::QVariantMap && element(item.toMap());
     }
 
@@ -239,10 +241,12 @@ namespace PayPackMap {
 QVariantMap write(const PayPack &pack)
 {
     QVariantList payments;
-    for (const Payment &payment : pack.payments())
+    const QList<Payment> paid = pack.payments();
+    for (const Payment &payment : paid)
         payments.append(paymentMap(payment));
     QVariantList operations;
-    for (const PayPackOperation &operation : pack.operations())
+    const QList<PayPackOperation> taken = pack.operations();
+    for (const PayPackOperation &operation : taken)
         operations.append(operationMap(operation));
     return jsonMap({{QStringLiteral("id"), QString::number(pack.id())},
                     {QStringLiteral("created"), timeText(pack.created())},

@@ -22,7 +22,8 @@ QString randomDigits(int count)
 QString knownOutcomes()
 {
     QStringList names;
-    for (const PosTestOutcome &outcome : PosTestOutcome::table())
+    const QVector<PosTestOutcome> table = PosTestOutcome::table();
+    for (const PosTestOutcome &outcome : table)
         names.append(outcome.name);
     return names.join(QStringLiteral(", "));
 }

@@ -26,7 +26,8 @@ QVector<PosTestAmount> PosTestAmount::table()
 PosTestAmount PosTestAmount::forKopecks(qint64 kopecks)
 {
     const int digits = static_cast<int>(kopecks % 100);
-    for (const PosTestAmount &row : table()) {
+    const QVector<PosTestAmount> rows = table();
+    for (const PosTestAmount &row : rows) {
         if (row.digits == digits)
             return row;
     }

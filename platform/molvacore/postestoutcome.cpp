@@ -16,7 +16,8 @@ QVector<PosTestOutcome> PosTestOutcome::table()
     QVector<PosTestOutcome> list{like(QStringLiteral("approve"), approvalDigits)};
     QVector<PosTestOutcome> troubles;
     QVector<PosTestOutcome> declines;
-    for (const PosTestAmount &row : PosTestAmount::table()) {
+    const QVector<PosTestAmount> rows = PosTestAmount::table();
+    for (const PosTestAmount &row : rows) {
         switch (row.outcome) {
         case Outcome::Approve:
             break;
@@ -48,7 +49,8 @@ QVector<PosTestOutcome> PosTestOutcome::table()
 
 std::optional<PosTestOutcome> PosTestOutcome::named(const QString &name)
 {
-    for (const PosTestOutcome &outcome : table()) {
+    const QVector<PosTestOutcome> outcomes = table();
+    for (const PosTestOutcome &outcome : outcomes) {
         if (outcome.name == name)
             return outcome;
     }

@@ -47,7 +47,8 @@ bool readParameters(const DbConnector &db, Provider &provider)
 bool storeParameters(const DbConnector &db, const Provider &provider)
 {
     int position = 0;
-    for (const QSharedPointer<ProviderParameter> &parameter : provider.parameters()) {
+    const auto parameters = provider.parameters();
+    for (const QSharedPointer<ProviderParameter> &parameter : parameters) {
         if (!HostTables::run(
                 db, QStringLiteral("INSERT INTO provider_parameters VALUES (?, ?, ?, ?, ?)"),
                 {provider.id(), position++, HostTables::text(parameter->name()),

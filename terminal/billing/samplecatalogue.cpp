@@ -61,7 +61,7 @@ BillingAccount firm(const QString &number, const QString &name, const QString &i
     account.fio = name;
     account.inn = inn;
     account.address =
-        QStringLiteral("г. Приреченск, Промышленный проезд, д. %1").arg(number.right(2).toInt());
+        QStringLiteral("г. Приреченск, Промышленный проезд, д. %1").arg(number.rightRef(2).toInt());
     account.documents = documents;
     for (const BillingDocument &document : documents) {
         account.charge += document.charge;

@@ -146,17 +146,25 @@ void SrIPaymentPage::payByCard()
     QCoreApplication::processEvents();
     // Nor may a card be charged for a payment that was closed or finished meanwhile, or whose
     // receipt was printed.
-    if (!self || !amount || isVisible() != wasShown || m_unsavedPack)
+    const auto isOver = [this, self, wasShown] {
+        return !self || isVisible() != wasShown || m_unsavedPack.has_value();
+    };
+    if (!amount || isOver())
         return;
 
     m_ui->pbCard->setEnabled(false);
     QString error = tr("Pos terminal initialization error");
     bool charged = false;
-    // A terminal may keep the events going while it waits for the card.
+    // A terminal may keep the events going while it gets ready and while it waits for the card.
     if (const QPointer<PosHandler> terminal = createTerminal(settings.type())) {
         QString reason;
         QStringList slip;
-        if (terminal->init(reason)) {
+        const bool ready = terminal->init(reason);
+        if (ready && isOver()) {
+            delete terminal.data();
+            return;
+        }
+        if (ready) {
             charged = terminal->pay(*amount, reason, slip);
             error = reason;
         }

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemModel>
 #include <QHeaderView>
+#include <QSignalBlocker>
 #include <QTableView>
 
 namespace {
@@ -32,6 +33,14 @@ void srPrepareTable(QTableView *table)
                                                    + rowPaddingPixels);
     table->setTabKeyNavigation(false);
     table->setTextElideMode(Qt::ElideRight);
+}
+
+void srSetTableModel(QTableView *table, QAbstractItemModel *model)
+{
+    // A header that tells of its columns makes the table lay itself out, and lays out every caption
+    // for it, long before the page is shown and all of it is done anew.
+    const QSignalBlocker unheard(table->horizontalHeader());
+    table->setModel(model);
 }
 
 void srFitColumnsButLast(QTableView *table)

@@ -32,6 +32,7 @@ template<class Wizard, class StartPage, class ServicesPage>
 void srAddPages(Wizard *wizard, StartPage *start, ServicesPage *services, const QString &checkName,
                 const QString &startSubtitle, const QString &paymentSubtitle)
 {
+    srPrepareHeader(wizard);
     QObject::connect(wizard, &Wizard::incomingMessage, start, &StartPage::incomingMessage);
     QObject::connect(start, &StartPage::sendMessage, wizard, &Wizard::sendMessage);
     start->setTitle(checkName);
@@ -47,6 +48,5 @@ void srAddPages(Wizard *wizard, StartPage *start, ServicesPage *services, const 
     wizard->setPage(SrPaymentPageId, payment);
 
     wizard->setStartId(SrStartPageId);
-    srPrepareHeader(wizard);
     new SrScannerGuard(wizard);
 }

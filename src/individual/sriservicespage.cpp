@@ -23,8 +23,8 @@ SrIServicesPage::SrIServicesPage(QWizard *wizard)
       m_counters(new SrCountersModel(this))
 {
     m_ui->setupUi(this);
-    m_ui->tvServices->setModel(m_services);
-    m_ui->tvCounters->setModel(m_counters);
+    srSetTableModel(m_ui->tvServices, m_services);
+    srSetTableModel(m_ui->tvCounters, m_counters);
     srPrepareTable(m_ui->tvServices);
     srPrepareTable(m_ui->tvCounters);
 

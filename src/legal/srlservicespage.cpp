@@ -20,7 +20,7 @@ SrLServicesPage::SrLServicesPage(QWizard *wizard)
     : QWizardPage(wizard), m_wizard(wizard), m_documents(new SRDocumentsModel(this))
 {
     buildForm();
-    m_table->setModel(m_documents);
+    srSetTableModel(m_table, m_documents);
     srPrepareTable(m_table);
     // No cell is ever editable, so these editors do not open: amounts change only through ticks and
     // the button.

@@ -27,6 +27,7 @@ private slots:
     }
 
     void lastColumnStretchesAndRowsHaveNoNumbers();
+    void captionsAreMeasuredWhenTheTableIsShown();
     void tabLeavesTheTable();
     void everyColumnButTheLastFitsItsContents();
     void longTextIsCutOffAndLeavesRoomForTheAmounts();
@@ -47,6 +48,43 @@ void TestSrTableColumns::lastColumnStretchesAndRowsHaveNoNumbers()
     QVERIFY(table.horizontalHeader()->stretchLastSection());
     QVERIFY(table.verticalHeader()->isHidden());
     QCOMPARE(table.textElideMode(), Qt::ElideRight);
+}
+
+void TestSrTableColumns::captionsAreMeasuredWhenTheTableIsShown()
+{
+    class Model final : public QStandardItemModel
+    {
+    public:
+        using QStandardItemModel::QStandardItemModel;
+        QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+        {
+            ++asked;
+            return QStandardItemModel::headerData(section, orientation, role);
+        }
+        mutable int asked = 0;
+    };
+    Model model(3, 2);
+    model.setHorizontalHeaderLabels(
+        {QStringLiteral("first\nand its second line"), QStringLiteral("second")});
+    QTableView plain;
+    plain.setModel(&model);
+    srPrepareTable(&plain);
+    plain.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&plain));
+
+    QTableView table;
+    model.asked = 0;
+    srSetTableModel(&table, &model);
+    srPrepareTable(&table);
+    QCOMPARE(model.asked, 0);
+    table.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&table));
+    QVERIFY(model.asked > 0);
+    QCOMPARE(table.horizontalHeader()->count(), 2);
+    QCOMPARE(table.horizontalHeader()->geometry(), plain.horizontalHeader()->geometry());
+    QCOMPARE(table.viewport()->geometry(), plain.viewport()->geometry());
+    model.insertColumn(2);
+    QCOMPARE(table.horizontalHeader()->count(), 3);
 }
 
 void TestSrTableColumns::tabLeavesTheTable()

@@ -261,6 +261,9 @@ int FiscalJournal::lastReceiptInShift(int shift)
 
 std::optional<FiscalRecord> FiscalJournal::record(qint64 number)
 {
+    m_error = isOpen()
+        ? QString()
+        : QStringLiteral("Журнал фискального накопителя не открыт. Перезапустите программу.");
     if (!isOpen())
         return std::nullopt;
     SqlStatement find(*m_database,

@@ -42,9 +42,9 @@ public:
     int lastShift();
     int lastReceiptInShift(int shift);
 
+    /// Nothing with an empty lastError() means that there is none; so for findByDocumentNumber().
     std::optional<FiscalRecord> record(qint64 number);
-    /// The receipt handed in under this number; the newest of several. Nothing with an empty
-    /// lastError() means that there is none.
+    /// The receipt handed in under this number; the newest of several.
     std::optional<FiscalRecord> findByDocumentNumber(const QString &documentNumber);
     /// Newest first.
     QVector<FiscalRecord> receipts(int offset, int limit);

@@ -108,6 +108,13 @@ void PaymentDetails::showReceipt()
         return;
     }
     const auto fiscal = m_context.fiscalJournal().record(m_payment.fiscalDocument.toLongLong());
+    const QString error = m_context.fiscalJournal().lastError();
+    if (!fiscal && !error.isEmpty()) {
+        showNoReceipt(tr("Чек этого платежа (ФН %1, ФД %2) прочитать не удалось, но это не значит, "
+                         "что он не пробит. %3")
+                          .arg(m_payment.fiscalStorage, m_payment.fiscalDocument, error));
+        return;
+    }
     // Another storage counts its documents from one again: the same number is another receipt.
     if (!fiscal || fiscal->storage != m_payment.fiscalStorage) {
         showNoReceipt(tr("Чека этого платежа (ФН %1, ФД %2) в журнале кассы нет.")

@@ -49,7 +49,9 @@ add_library(terminal_core STATIC
     recovery/paymentreconciler.h recovery/paymentreconciler.cpp
     recovery/privatedata.h recovery/privatedata.cpp
     recovery/receiptorigin.h recovery/receiptorigin.cpp
+    storage/jsontext.h storage/jsontext.cpp
     storage/sqlstatement.h storage/sqlstatement.cpp
+    storage/sqlstatements.h storage/sqlstatements.cpp
     storage/writecheck.h storage/writecheck.cpp)
 selmar_conventions(terminal_core)
 target_include_directories(terminal_core PUBLIC ${CMAKE_CURRENT_LIST_DIR})

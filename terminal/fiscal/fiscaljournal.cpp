@@ -1,7 +1,8 @@
 #include <fiscal/fiscaljournal.h>
 
 #include <recovery/faultpoint.h>
-#include <storage/sqlstatement.h>
+#include <storage/jsontext.h>
+#include <storage/sqlstatements.h>
 #include <storage/writecheck.h>
 
 #include <basixcore/sqlitedatabase.h>
@@ -45,12 +46,6 @@ basix::SqliteSchema schema()
           QStringLiteral("CREATE TRIGGER documents_kept BEFORE DELETE ON documents BEGIN SELECT "
                          "RAISE(ABORT, 'a fiscal document cannot be deleted'); END")}}};
     return result;
-}
-
-QString toJson(const QVariantMap &map)
-{
-    return QString::fromUtf8(
-        QJsonDocument(QJsonObject::fromVariantMap(map)).toJson(QJsonDocument::Compact));
 }
 
 QVariantMap fromJson(const QString &text)
@@ -118,6 +113,7 @@ FiscalJournal::~FiscalJournal() = default;
 bool FiscalJournal::open(const QString &file)
 {
     m_storage.clear();
+    m_statements.reset();
     m_database = std::make_unique<basix::SqliteDatabase>();
     if (!m_database->open(file, schema())) {
         m_error = m_database->lastError();
@@ -128,6 +124,8 @@ bool FiscalJournal::open(const QString &file)
         m_storage = readStorageNumber(*m_database, &m_error);
     if (m_storage.isEmpty())
         m_database->close();
+    else
+        m_statements = std::make_unique<SqlStatements>(*m_database);
     return isOpen();
 }
 
@@ -166,19 +164,18 @@ bool FiscalJournal::append(const FiscalRecord &record)
         return false;
     }
     {
-        SqlStatement insert(*m_database,
-                            QStringLiteral("INSERT INTO documents (%1) VALUES "
-                                           "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")
-                                .arg(COLUMNS));
-        insert.bind(record.number).bind(static_cast<int>(record.form)).bind(record.shift);
-        insert.bind(record.receipt)
+        const auto insert = m_statements->use(QStringLiteral("INSERT INTO documents (%1) VALUES "
+                                                             "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")
+                                                  .arg(COLUMNS));
+        insert->bind(record.number).bind(static_cast<int>(record.form)).bind(record.shift);
+        insert->bind(record.receipt)
             .bind(record.time.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss")));
-        insert.bind(record.sign).bind(record.documentNumber).bind(record.total).bind(record.qr);
-        insert.bind(toJson(record.document))
-            .bind(toJson(record.result))
+        insert->bind(record.sign).bind(record.documentNumber).bind(record.total).bind(record.qr);
+        insert->bind(JsonText::compact(record.document))
+            .bind(JsonText::compact(record.result))
             .bind(record.answered ? 1 : 0);
-        if (!insert.run()) {
-            m_error = insert.error();
+        if (!insert->run()) {
+            m_error = insert->error();
             return false;
         }
     }
@@ -223,20 +220,19 @@ qint64 FiscalJournal::nextNumber()
 {
     if (!isOpen())
         return 0;
-    SqlStatement last(*m_database,
-                      QStringLiteral("SELECT coalesce(max(number), 0) + 1 FROM documents"));
-    return firstNumber(last, &m_error);
+    const auto last =
+        m_statements->use(QStringLiteral("SELECT coalesce(max(number), 0) + 1 FROM documents"));
+    return firstNumber(*last, &m_error);
 }
 
 std::optional<FiscalRecord> FiscalJournal::openShift()
 {
     if (!isOpen())
         return std::nullopt;
-    SqlStatement last(*m_database,
-                      QStringLiteral("SELECT %1 FROM documents WHERE form <> 3 "
-                                     "ORDER BY number DESC LIMIT 1")
-                          .arg(COLUMNS));
-    const std::optional<FiscalRecord> report = first(last, m_storage, &m_error);
+    const auto last = m_statements->use(QStringLiteral("SELECT %1 FROM documents WHERE form <> 3 "
+                                                       "ORDER BY number DESC LIMIT 1")
+                                            .arg(COLUMNS));
+    const std::optional<FiscalRecord> report = first(*last, m_storage, &m_error);
     return report && report->form == FiscalRecord::Form::OpenShift ? report : std::nullopt;
 }
 
@@ -244,19 +240,20 @@ int FiscalJournal::lastShift()
 {
     if (!isOpen())
         return 0;
-    SqlStatement last(*m_database, QStringLiteral("SELECT coalesce(max(shift), 0) FROM documents"));
-    return int(firstNumber(last, &m_error));
+    const auto last =
+        m_statements->use(QStringLiteral("SELECT coalesce(max(shift), 0) FROM documents"));
+    return int(firstNumber(*last, &m_error));
 }
 
 int FiscalJournal::lastReceiptInShift(int shift)
 {
     if (!isOpen())
         return 0;
-    SqlStatement last(*m_database,
-                      QStringLiteral("SELECT coalesce(max(receipt), 0) FROM documents "
-                                     "WHERE form = 3 AND shift = ?"));
-    last.bind(shift);
-    return int(firstNumber(last, &m_error));
+    const auto last =
+        m_statements->use(QStringLiteral("SELECT coalesce(max(receipt), 0) FROM documents "
+                                         "WHERE form = 3 AND shift = ?"));
+    last->bind(shift);
+    return int(firstNumber(*last, &m_error));
 }
 
 std::optional<FiscalRecord> FiscalJournal::record(qint64 number)
@@ -266,10 +263,10 @@ std::optional<FiscalRecord> FiscalJournal::record(qint64 number)
         : QStringLiteral("Журнал фискального накопителя не открыт. Перезапустите программу.");
     if (!isOpen())
         return std::nullopt;
-    SqlStatement find(*m_database,
-                      QStringLiteral("SELECT %1 FROM documents WHERE number = ?").arg(COLUMNS));
-    find.bind(number);
-    return first(find, m_storage, &m_error);
+    const auto find =
+        m_statements->use(QStringLiteral("SELECT %1 FROM documents WHERE number = ?").arg(COLUMNS));
+    find->bind(number);
+    return first(*find, m_storage, &m_error);
 }
 
 std::optional<FiscalRecord> FiscalJournal::findByDocumentNumber(const QString &documentNumber)
@@ -279,12 +276,12 @@ std::optional<FiscalRecord> FiscalJournal::findByDocumentNumber(const QString &d
         : QStringLiteral("Журнал фискального накопителя не открыт. Перезапустите программу.");
     if (!isOpen())
         return std::nullopt;
-    SqlStatement find(*m_database,
-                      QStringLiteral("SELECT %1 FROM documents WHERE form = 3 AND "
-                                     "document_number = ? ORDER BY number DESC LIMIT 1")
-                          .arg(COLUMNS));
-    find.bind(documentNumber);
-    return first(find, m_storage, &m_error);
+    const auto find =
+        m_statements->use(QStringLiteral("SELECT %1 FROM documents WHERE form = 3 AND "
+                                         "document_number = ? ORDER BY number DESC LIMIT 1")
+                              .arg(COLUMNS));
+    find->bind(documentNumber);
+    return first(*find, m_storage, &m_error);
 }
 
 QVector<FiscalRecord> FiscalJournal::receipts(int offset, int limit)
@@ -292,15 +289,14 @@ QVector<FiscalRecord> FiscalJournal::receipts(int offset, int limit)
     QVector<FiscalRecord> result;
     if (!isOpen())
         return result;
-    SqlStatement page(*m_database,
-                      QStringLiteral("SELECT %1 FROM documents WHERE form = 3 "
-                                     "ORDER BY number DESC LIMIT ? OFFSET ?")
-                          .arg(COLUMNS));
-    page.bind(limit).bind(offset);
-    if (!page.run())
-        m_error = page.error();
-    while (page.next())
-        result.append(readRecord(page, m_storage));
+    const auto page = m_statements->use(QStringLiteral("SELECT %1 FROM documents WHERE form = 3 "
+                                                       "ORDER BY number DESC LIMIT ? OFFSET ?")
+                                            .arg(COLUMNS));
+    page->bind(limit).bind(offset);
+    if (!page->run())
+        m_error = page->error();
+    while (page->next())
+        result.append(readRecord(*page, m_storage));
     return result;
 }
 
@@ -312,15 +308,15 @@ QVector<ReceiptHead> FiscalJournal::heads(qint64 after, int limit)
         : QStringLiteral("Журнал фискального накопителя не открыт. Перезапустите программу.");
     if (!isOpen())
         return result;
-    SqlStatement page(*m_database,
-                      QStringLiteral("SELECT %1 FROM documents WHERE form = 3 AND "
-                                     "number > ? ORDER BY number LIMIT ?")
-                          .arg(HEAD_COLUMNS));
-    page.bind(after).bind(limit);
-    if (!page.run())
-        m_error = page.error();
-    while (page.next())
-        result.append(readHead(page));
+    const auto page =
+        m_statements->use(QStringLiteral("SELECT %1 FROM documents WHERE form = 3 AND "
+                                         "number > ? ORDER BY number LIMIT ?")
+                              .arg(HEAD_COLUMNS));
+    page->bind(after).bind(limit);
+    if (!page->run())
+        m_error = page->error();
+    while (page->next())
+        result.append(readHead(*page));
     return result;
 }
 
@@ -336,17 +332,16 @@ int FiscalJournal::receiptCount()
 {
     if (!isOpen())
         return 0;
-    SqlStatement count(*m_database,
-                       QStringLiteral("SELECT count(*) FROM documents WHERE form = 3"));
-    return int(firstNumber(count, &m_error));
+    const auto count =
+        m_statements->use(QStringLiteral("SELECT count(*) FROM documents WHERE form = 3"));
+    return int(firstNumber(*count, &m_error));
 }
 
 qint64 FiscalJournal::receiptTotal()
 {
     if (!isOpen())
         return 0;
-    SqlStatement total(
-        *m_database,
+    const auto total = m_statements->use(
         QStringLiteral("SELECT coalesce(sum(total), 0) FROM documents WHERE form = 3"));
-    return firstNumber(total, &m_error);
+    return firstNumber(*total, &m_error);
 }

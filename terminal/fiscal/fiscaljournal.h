@@ -11,6 +11,7 @@
 namespace basix {
 class SqliteDatabase;
 }
+class SqlStatements;
 
 /// The register's fiscal storage: an append-only list of documents in its own SQLite file, durable
 /// before append() returns.
@@ -57,6 +58,7 @@ public:
 
 private:
     std::unique_ptr<basix::SqliteDatabase> m_database;
+    std::unique_ptr<SqlStatements> m_statements;
     QString m_storage;
     QString m_error;
 };

@@ -18,7 +18,8 @@ enum class PackState {
 
 QString packStateText(PackState state);
 
-/// A pay pack as the journal lists it.
+/// A pay pack as the journal lists it. Its times are in UTC when it was read from the store: a page
+/// of the journal has hundreds of them, and few are shown.
 struct PaymentRecord
 {
     /// Counts up as packs are saved; 0 for one that is not.

@@ -23,7 +23,7 @@ QDateTime fromStamp(const QString &text)
     const QDate date(digits(text, 0, 4), digits(text, 5, 2), digits(text, 8, 2));
     const QTime time(digits(text, 11, 2), digits(text, 14, 2), digits(text, 17, 2),
                      digits(text, 20, 3));
-    return QDateTime(date, time, Qt::UTC).toLocalTime();
+    return QDateTime(date, time, Qt::UTC);
 }
 
 basix::FixNumber money(qint64 kopecks)

@@ -2,7 +2,8 @@
 
 #include <payments/paymentrows.h>
 #include <recovery/faultpoint.h>
-#include <storage/sqlstatement.h>
+#include <storage/jsontext.h>
+#include <storage/sqlstatements.h>
 #include <storage/writecheck.h>
 
 #include <basixcore/sqlitedatabase.h>
@@ -38,10 +39,13 @@ PaymentsStore::~PaymentsStore() = default;
 
 bool PaymentsStore::open(const QString &file)
 {
+    m_statements.reset();
     m_database = std::make_unique<basix::SqliteDatabase>();
     const bool opened = m_database->open(file, PaymentRows::schema());
     m_error = opened ? writeProblem(*m_database) : m_database->lastError();
-    if (!m_error.isEmpty())
+    if (m_error.isEmpty())
+        m_statements = std::make_unique<SqlStatements>(*m_database);
+    else
         m_database->close();
     return isOpen();
 }
@@ -95,8 +99,7 @@ bool PaymentsStore::save(const PaymentRecord &record, const QVariantMap &pack)
 {
     if (!ready())
         return false;
-    const QString body = QString::fromUtf8(
-        QJsonDocument(QJsonObject::fromVariantMap(pack)).toJson(QJsonDocument::Compact));
+    const QString body = JsonText::compact(pack);
     basix::SqliteTransaction transaction(*m_database);
     if (!transaction.isActive()) {
         m_error = QStringLiteral("Журнал платежей занят (%1). Повторите через минуту.")
@@ -104,12 +107,13 @@ bool PaymentsStore::save(const PaymentRecord &record, const QVariantMap &pack)
         return false;
     }
     {
-        SqlStatement known(*m_database, QStringLiteral("SELECT body FROM packs WHERE pack_id = ?"));
-        known.bind(record.packId);
-        if (!run(known))
+        const auto known =
+            m_statements->use(QStringLiteral("SELECT body FROM packs WHERE pack_id = ?"));
+        known->bind(record.packId);
+        if (!run(*known))
             return false;
-        if (known.next()) {
-            if (known.text(0) == body)
+        if (known->next()) {
+            if (known->text(0) == body)
                 return true;
             m_error = QStringLiteral("Пачка № %1 не сохранена: под этим номером уже есть другая. "
                                      "Деньги второй раз не берите, обратитесь в поддержку.")
@@ -123,26 +127,25 @@ bool PaymentsStore::save(const PaymentRecord &record, const QVariantMap &pack)
             return other && isSamePayment(*other, record);
     }
     {
-        SqlStatement insert(
-            *m_database,
+        const auto insert = m_statements->use(
             QStringLiteral("INSERT INTO packs (pack_id, state, created, provider_id, "
                            "provider_name, account, sum, cash, card, "
                            "fiscal_storage, fiscal_document, fiscal_sign, saved, "
                            "recovered, body) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
                            "?, ?, ?, ?, ?)"));
-        insert.bind(record.packId)
+        insert->bind(record.packId)
             .bind(static_cast<int>(PackState::Saved))
             .bind(PaymentRows::stamp(record.created));
-        insert.bind(record.providerId)
+        insert->bind(record.providerId)
             .bind(record.providerName)
             .bind(record.account)
             .bind(record.sum.value());
-        insert.bind(record.cash.value()).bind(record.card.value()).bind(record.fiscalStorage);
-        insert.bind(record.fiscalDocument)
+        insert->bind(record.cash.value()).bind(record.card.value()).bind(record.fiscalStorage);
+        insert->bind(record.fiscalDocument)
             .bind(record.fiscalSign)
             .bind(PaymentRows::stamp(QDateTime::currentDateTimeUtc()));
-        insert.bind(record.recovered ? 1 : 0).bind(body);
-        if (!run(insert))
+        insert->bind(record.recovered ? 1 : 0).bind(body);
+        if (!run(*insert))
             return false;
     }
     FaultPoint::pass(FaultPoint::Place::PackBeforeCommit);
@@ -159,22 +162,22 @@ bool PaymentsStore::advance(qint64 packId, PackState state)
 {
     if (!ready())
         return false;
-    SqlStatement move(*m_database,
-                      QStringLiteral("UPDATE packs SET state = ?, %1 = ?, last_error = '' "
-                                     "WHERE pack_id = ? AND state < ?")
-                          .arg(PaymentRows::timeColumn(state)));
-    move.bind(static_cast<int>(state))
+    const auto move =
+        m_statements->use(QStringLiteral("UPDATE packs SET state = ?, %1 = ?, last_error = '' "
+                                         "WHERE pack_id = ? AND state < ?")
+                              .arg(PaymentRows::timeColumn(state)));
+    move->bind(static_cast<int>(state))
         .bind(PaymentRows::stamp(QDateTime::currentDateTimeUtc()))
         .bind(packId);
-    move.bind(static_cast<int>(state));
+    move->bind(static_cast<int>(state));
     if (state == PackState::HandedOn)
         FaultPoint::pass(FaultPoint::Place::HandOnBeforeCommit);
     if (state == PackState::Acknowledged)
         FaultPoint::pass(FaultPoint::Place::AcknowledgedBeforeCommit);
-    if (!run(move))
+    if (!run(*move))
         return false;
     passCommitted(state);
-    if (move.changedRows() > 0 || record(packId))
+    if (move->changedRows() > 0 || record(packId))
         return true;
     if (m_error.isEmpty())
         m_error = QStringLiteral("Пачки № %1 нет в журнале платежей.").arg(packId);
@@ -185,23 +188,22 @@ bool PaymentsStore::setLastError(qint64 packId, const QString &error)
 {
     if (!ready())
         return false;
-    SqlStatement note(*m_database,
-                      QStringLiteral("UPDATE packs SET last_error = ? WHERE pack_id = ?"));
-    note.bind(error).bind(packId);
-    return run(note) && note.changedRows() > 0;
+    const auto note =
+        m_statements->use(QStringLiteral("UPDATE packs SET last_error = ? WHERE pack_id = ?"));
+    note->bind(error).bind(packId);
+    return run(*note) && note->changedRows() > 0;
 }
 
 std::optional<PaymentRecord> PaymentsStore::record(qint64 packId)
 {
     if (!ready())
         return std::nullopt;
-    SqlStatement find(
-        *m_database,
+    const auto find = m_statements->use(
         QStringLiteral("SELECT %1 FROM packs WHERE pack_id = ?").arg(PaymentRows::columns()));
-    find.bind(packId);
-    if (!run(find) || !find.next())
+    find->bind(packId);
+    if (!run(*find) || !find->next())
         return std::nullopt;
-    return PaymentRows::read(find);
+    return PaymentRows::read(*find);
 }
 
 QVector<PaymentRecord> PaymentsStore::select(const QString &rest, const QVariantList &values)
@@ -215,18 +217,26 @@ QVector<PaymentRecord> PaymentsStore::readAll(const QString &sql, const QVariant
     QVector<PaymentRecord> result;
     if (!ready())
         return result;
-    SqlStatement rows(*m_database, sql);
-    if (!run(rows, values))
+    const auto rows = m_statements->use(sql);
+    if (!run(*rows, values))
         return result;
-    while (rows.next())
-        result.append(PaymentRows::read(rows));
+    while (rows->next())
+        result.append(PaymentRows::read(*rows));
     return result;
 }
 
 std::optional<PaymentRecord> PaymentsStore::packOfReceipt(const QString &storage, qint64 document)
 {
-    const QVector<PaymentRecord> found = packsOfReceipts(storage, document, document);
-    return found.isEmpty() ? std::nullopt : std::make_optional(found.constFirst());
+    if (!ready())
+        return std::nullopt;
+    // Every save asks this, and the answer is no: a whole record is prepared for a yes only.
+    const auto find = m_statements->use(
+        QStringLiteral("SELECT pack_id FROM packs WHERE fiscal_storage = ? AND "
+                       "CAST(fiscal_document AS INTEGER) = ? ORDER BY sequence LIMIT 1"));
+    find->bind(storage).bind(document);
+    if (!run(*find) || !find->next())
+        return std::nullopt;
+    return record(find->number(0));
 }
 
 QVector<PaymentRecord> PaymentsStore::packsOfReceipts(const QString &storage, qint64 first,
@@ -249,13 +259,13 @@ QVector<qint64> PaymentsStore::unacknowledged()
     QVector<qint64> result;
     if (!ready())
         return result;
-    SqlStatement rows(
-        *m_database, QStringLiteral("SELECT pack_id FROM packs WHERE state = ? ORDER BY sequence"));
-    rows.bind(static_cast<int>(PackState::Posted));
-    if (!run(rows))
+    const auto rows = m_statements->use(
+        QStringLiteral("SELECT pack_id FROM packs WHERE state = ? ORDER BY sequence"));
+    rows->bind(static_cast<int>(PackState::Posted));
+    if (!run(*rows))
         return result;
-    while (rows.next())
-        result.append(rows.number(0));
+    while (rows->next())
+        result.append(rows->number(0));
     return result;
 }
 
@@ -263,11 +273,11 @@ std::optional<QVariantMap> PaymentsStore::pack(qint64 packId)
 {
     if (!ready())
         return std::nullopt;
-    SqlStatement find(*m_database, QStringLiteral("SELECT body FROM packs WHERE pack_id = ?"));
-    find.bind(packId);
-    if (!run(find) || !find.next())
+    const auto find = m_statements->use(QStringLiteral("SELECT body FROM packs WHERE pack_id = ?"));
+    find->bind(packId);
+    if (!run(*find) || !find->next())
         return std::nullopt;
-    return QJsonDocument::fromJson(find.text(0).toUtf8()).object().toVariantMap();
+    return QJsonDocument::fromJson(find->text(0).toUtf8()).object().toVariantMap();
 }
 
 QVector<qint64> PaymentsStore::unposted()
@@ -275,13 +285,13 @@ QVector<qint64> PaymentsStore::unposted()
     QVector<qint64> result;
     if (!ready())
         return result;
-    SqlStatement rows(
-        *m_database, QStringLiteral("SELECT pack_id FROM packs WHERE state < ? ORDER BY sequence"));
-    rows.bind(static_cast<int>(PackState::Posted));
-    if (!run(rows))
+    const auto rows = m_statements->use(
+        QStringLiteral("SELECT pack_id FROM packs WHERE state < ? ORDER BY sequence"));
+    rows->bind(static_cast<int>(PackState::Posted));
+    if (!run(*rows))
         return result;
-    while (rows.next())
-        result.append(rows.number(0));
+    while (rows->next())
+        result.append(rows->number(0));
     return result;
 }
 
@@ -290,17 +300,17 @@ std::optional<JournalQuery::Matches> PaymentsStore::matchesOf(const QString &acc
     if (account.isEmpty())
         return JournalQuery::Matches::Many;
     const JournalQuery bounds = JournalQuery::accounts(account);
-    SqlStatement ends(*m_database, bounds.sql());
-    if (!run(ends, bounds.values()) || !ends.next())
+    const auto ends = m_statements->use(bounds.sql());
+    if (!run(*ends, bounds.values()) || !ends->next())
         return std::nullopt;
-    if (ends.text(0) == ends.text(1))
+    if (ends->text(0) == ends->text(1))
         return JournalQuery::Matches::One;
     const JournalQuery matchCount = JournalQuery::matchCount(account);
-    SqlStatement counted(*m_database, matchCount.sql());
-    if (!run(counted, matchCount.values()) || !counted.next())
+    const auto counted = m_statements->use(matchCount.sql());
+    if (!run(*counted, matchCount.values()) || !counted->next())
         return std::nullopt;
-    return counted.number(0) > JournalQuery::FEW ? JournalQuery::Matches::Many
-                                                 : JournalQuery::Matches::Few;
+    return counted->number(0) > JournalQuery::FEW ? JournalQuery::Matches::Many
+                                                  : JournalQuery::Matches::Few;
 }
 
 QVector<PaymentRecord> PaymentsStore::page(const PaymentFilter &filter, PaymentOrder order,
@@ -327,6 +337,6 @@ int PaymentsStore::count(const PaymentFilter &filter)
     if (!ready())
         return 0;
     const JournalQuery query = JournalQuery::count(filter);
-    SqlStatement rows(*m_database, query.sql());
-    return run(rows, query.values()) && rows.next() ? int(rows.number(0)) : 0;
+    const auto rows = m_statements->use(query.sql());
+    return run(*rows, query.values()) && rows->next() ? int(rows->number(0)) : 0;
 }

@@ -15,6 +15,7 @@ namespace basix {
 class SqliteDatabase;
 }
 class SqlStatement;
+class SqlStatements;
 
 /// Pay packs of this workstation in one SQLite file. What save() returned true for survives a crash
 /// and a power cut.
@@ -77,5 +78,6 @@ private:
     std::optional<JournalQuery::Matches> matchesOf(const QString &account);
 
     std::unique_ptr<basix::SqliteDatabase> m_database;
+    std::unique_ptr<SqlStatements> m_statements;
     QString m_error;
 };

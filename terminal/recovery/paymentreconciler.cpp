@@ -32,7 +32,7 @@ QString money(const basix::FixNumber &sum)
 
 QString shown(const QDateTime &time)
 {
-    return time.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss"));
+    return time.toLocalTime().toString(QStringLiteral("dd.MM.yyyy HH:mm:ss"));
 }
 
 bool differs(qint64 receipt, const basix::FixNumber &pack)
@@ -249,7 +249,7 @@ PaymentCase PaymentReconciler::caseOf(const PaymentRecord &pack,
                                       const std::optional<ReceiptHead> &receipt)
 {
     PaymentCase payment;
-    payment.time = pack.created;
+    payment.time = pack.created.toLocalTime();
     payment.account = pack.account;
     payment.sum = pack.sum;
     payment.packId = pack.packId;

@@ -30,12 +30,18 @@ bool SqlStatement::run()
 {
     if (!m_prepared)
         return false;
+    m_error.clear();
     if (m_query.exec())
         return true;
     m_error = QStringLiteral(
                   "Файл данных не прочитан или не записан: %1. Проверьте место на диске и права.")
                   .arg(m_query.lastError().text());
     return false;
+}
+
+void SqlStatement::finish()
+{
+    m_query.finish();
 }
 
 bool SqlStatement::next()

@@ -172,6 +172,7 @@ void MainWindow::makeMenu()
 void MainWindow::makeStatusBar()
 {
     statusBar()->addPermanentWidget(new DeviceAlert(m_context.devices(), this));
+    m_outbox->setObjectName(QStringLiteral("lOutbox"));
     statusBar()->addPermanentWidget(m_outbox);
     statusBar()->addPermanentWidget(m_register);
     statusBar()->addPermanentWidget(m_bus);
@@ -200,6 +201,10 @@ void MainWindow::showBus()
 void MainWindow::showOutbox()
 {
     const int waiting = m_context.paysController().unposted().size();
-    m_outbox->setVisible(waiting > 0);
-    m_outbox->setText(tr("Не отправлено: %1").arg(waiting));
+    const QString error = m_context.payments().lastError();
+    // A label that is not there says that everything was sent.
+    m_outbox->setVisible(waiting > 0 || !error.isEmpty());
+    m_outbox->setText(
+        tr("Не отправлено: %1").arg(error.isEmpty() ? QString::number(waiting) : tr("неизвестно")));
+    m_outbox->setToolTip(shownReason(error).toHtmlEscaped());
 }

@@ -18,6 +18,8 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTableView>
@@ -148,6 +150,23 @@ private slots:
         m_context->ownBus().setConnected(true);
         QVERIFY(statusText().contains(QStringLiteral("Связь: есть")));
         QVERIFY(!child<QLabel>("lConnectionBanner")->isVisible());
+    }
+
+    void paymentsThatCannotBeCountedAreNotTakenForSent()
+    {
+        QVERIFY(child<QLabel>("lOutbox")->isHidden());
+        const QString name = QStringLiteral("other");
+        {
+            QSqlDatabase other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+            other.setDatabaseName(m_folder->filePath(QStringLiteral("payments.sqlite")));
+            QVERIFY(other.open());
+            QVERIFY(QSqlQuery(other).exec(QStringLiteral("ALTER TABLE packs RENAME TO lost")));
+        }
+        QSqlDatabase::removeDatabase(name);
+        emit m_context->paysController().changed(1);
+        QVERIFY(!child<QLabel>("lOutbox")->isHidden());
+        QCOMPARE(child<QLabel>("lOutbox")->text(), QStringLiteral("Не отправлено: неизвестно"));
+        QVERIFY(!child<QLabel>("lOutbox")->toolTip().isEmpty());
     }
 
     void savedPackAppearsInTheJournal()

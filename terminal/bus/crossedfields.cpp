@@ -31,7 +31,7 @@ Crossing crossText(const QVariant &value, QVariant *crossed)
 {
     const QString text = value.toString();
     if (text.isNull()) {
-        *crossed = QStringLiteral("");
+        *crossed = QString(QLatin1String(""));
         return Crossing::Changed;
     }
     return text.isValidUtf16() ? Crossing::AsItIs : Crossing::UnknownHere;

@@ -10,6 +10,9 @@
 /// Every page names the index that it walks: its cost follows from the rows that it returns, not
 /// from those of the table, and no statistics of the file can change that. A page begins after a
 /// row, not after a number of rows.
+///
+/// Only the order of time has indexes; others would cost every save. A page in another order sorts
+/// what the filter's index gives, which is quick for as many as MOST_SORTED, see walkCount().
 class JournalQuery final
 {
 public:
@@ -20,10 +23,11 @@ public:
         Many, ///< more: walking by time soon meets a page of them
     };
     static constexpr int FEW = 1000;
+    static constexpr int MOST_SORTED = 5000;
 
     /// `matches` is of no meaning without an account in `filter`. `after` is the last row of the
     /// page before; null for the first page.
-    JournalQuery(const PaymentFilter &filter, PaymentOrder order, Matches matches,
+    JournalQuery(const PaymentFilter &filter, const PaymentOrder &order, Matches matches,
                  const PaymentRecord *after, int limit, int offset = 0);
 
     QString sql() const { return m_sql; }
@@ -31,6 +35,9 @@ public:
 
     /// How many payments pass the filter; walks over all of them.
     static JournalQuery count(const PaymentFilter &filter);
+    /// How many entries of its index a page in another order than that of time has to look at,
+    /// counted up to MOST_SORTED + 1.
+    static JournalQuery walkCount(const PaymentFilter &filter, Matches matches);
     /// The lowest and the highest account that begins with the text; counts nothing.
     static JournalQuery accounts(const QString &text);
     /// How many payments match, counted up to FEW + 1.
@@ -39,6 +46,7 @@ public:
 private:
     JournalQuery() = default;
     void addFilter(const PaymentFilter &filter, bool oneAccount);
+    void addPlace(const PaymentOrder &order, const PaymentRecord &after);
     void add(const QString &clause, const QVariantList &values);
 
     QString m_sql;

@@ -24,11 +24,33 @@ bool PaymentFilter::lets(const PaymentRecord &record) const
         && (state < 0 || int(record.state) == state);
 }
 
-bool standsAbove(const PaymentRecord &first, const PaymentRecord &second, PaymentOrder order)
+bool standsAbove(const PaymentRecord &first, const PaymentRecord &second, const PaymentOrder &order)
 {
-    const PaymentRecord &lower = order == PaymentOrder::OldestFirst ? first : second;
-    const PaymentRecord &higher = order == PaymentOrder::OldestFirst ? second : first;
-    // Bytes of UTF-8, as the database compares texts.
-    return std::make_tuple(lower.created, lower.account.toUtf8(), lower.sequence)
-        < std::make_tuple(higher.created, higher.account.toUtf8(), higher.sequence);
+    const PaymentRecord &lower = order.descending ? second : first;
+    const PaymentRecord &higher = order.descending ? first : second;
+    const auto below = [&](const auto &value) {
+        return std::make_tuple(value(lower), lower.sequence)
+            < std::make_tuple(value(higher), higher.sequence);
+    };
+    using Key = PaymentOrder::Key;
+    // Texts as bytes of UTF-8, as the database compares them.
+    switch (order.key) {
+    case Key::Time:
+        return below([](const PaymentRecord &record) {
+            return std::make_pair(record.created, record.account.toUtf8());
+        });
+    case Key::Provider:
+        return below([](const PaymentRecord &record) { return record.providerName.toUtf8(); });
+    case Key::Account:
+        return below([](const PaymentRecord &record) { return record.account.toUtf8(); });
+    case Key::Sum:
+        return below([](const PaymentRecord &record) { return record.sum.value(); });
+    case Key::Cash:
+        return below([](const PaymentRecord &record) { return record.cash.value(); });
+    case Key::Card:
+        return below([](const PaymentRecord &record) { return record.card.value(); });
+    case Key::State:
+        return below([](const PaymentRecord &record) { return int(record.state); });
+    }
+    return false;
 }

@@ -63,8 +63,29 @@ struct PaymentFilter
     bool lets(const PaymentRecord &record) const;
 };
 
-enum class PaymentOrder { NewestFirst, OldestFirst };
+/// By what the journal is sorted, and which way.
+struct PaymentOrder
+{
+    enum class Key { Time, Provider, Account, Sum, Cash, Card, State };
+
+    Key key = Key::Time;
+    bool descending = true;
+
+    static const PaymentOrder NewestFirst;
+    static const PaymentOrder OldestFirst;
+
+    bool operator==(const PaymentOrder &other) const
+    {
+        return key == other.key && descending == other.descending;
+    }
+    bool operator!=(const PaymentOrder &other) const { return !(*this == other); }
+};
+
+inline constexpr PaymentOrder PaymentOrder::NewestFirst{Key::Time, true};
+inline constexpr PaymentOrder PaymentOrder::OldestFirst{Key::Time, false};
 
 /// Whether `first` stands above `second` in the journal. Of payments of the same millisecond the
-/// account and then the order of saving decide.
-bool standsAbove(const PaymentRecord &first, const PaymentRecord &second, PaymentOrder order);
+/// account and then the order of saving decide; of those that are equal in anything else, the order
+/// of saving.
+bool standsAbove(const PaymentRecord &first, const PaymentRecord &second,
+                 const PaymentOrder &order);

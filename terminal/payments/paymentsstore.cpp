@@ -313,7 +313,20 @@ std::optional<JournalQuery::Matches> PaymentsStore::matchesOf(const QString &acc
                                                   : JournalQuery::Matches::Few;
 }
 
-QVector<PaymentRecord> PaymentsStore::page(const PaymentFilter &filter, PaymentOrder order,
+bool PaymentsStore::canSort(const PaymentFilter &filter)
+{
+    if (!ready())
+        return false;
+    const std::optional<JournalQuery::Matches> matches = matchesOf(filter.account);
+    if (!matches)
+        return false;
+    const JournalQuery query = JournalQuery::walkCount(filter, *matches);
+    const auto counted = m_statements->use(query.sql());
+    return run(*counted, query.values()) && counted->next()
+        && counted->number(0) <= JournalQuery::MOST_SORTED;
+}
+
+QVector<PaymentRecord> PaymentsStore::page(const PaymentFilter &filter, const PaymentOrder &order,
                                            const PaymentRecord *after, int limit)
 {
     if (!ready())

@@ -59,9 +59,12 @@ public:
     /// Packs without a receipt, and unfinished ones whose receipt is in another fiscal storage.
     QVector<PaymentRecord> packsWithoutReceipt(const QString &storage);
 
-    /// The first page of the journal, or the one that follows the payment `after`. Takes as long
-    /// for a million payments as for a hundred, whatever the filter.
-    QVector<PaymentRecord> page(const PaymentFilter &filter, PaymentOrder order,
+    /// Whether page() is quick in another order than that of time: so few payments pass the filter
+    /// that they can be sorted for every page.
+    bool canSort(const PaymentFilter &filter);
+    /// The first page of the journal, or the one that follows the payment `after`. In the order of
+    /// time it takes as long for a million payments as for a hundred, whatever the filter.
+    QVector<PaymentRecord> page(const PaymentFilter &filter, const PaymentOrder &order,
                                 const PaymentRecord *after, int limit);
     /// Newest first. Reads and throws away what stands before `offset`.
     QVector<PaymentRecord> records(const PaymentFilter &filter, int offset, int limit);

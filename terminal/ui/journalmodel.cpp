@@ -41,6 +41,28 @@ bool isMoney(int column)
         || column == JournalModel::Card;
 }
 
+PaymentOrder::Key keyOf(int column)
+{
+    switch (JournalModel::Column(column)) {
+    case JournalModel::ProviderName:
+        return PaymentOrder::Key::Provider;
+    case JournalModel::Account:
+        return PaymentOrder::Key::Account;
+    case JournalModel::Sum:
+        return PaymentOrder::Key::Sum;
+    case JournalModel::Cash:
+        return PaymentOrder::Key::Cash;
+    case JournalModel::Card:
+        return PaymentOrder::Key::Card;
+    case JournalModel::State:
+        return PaymentOrder::Key::State;
+    case JournalModel::Time:
+    case JournalModel::ColumnCount:
+        break;
+    }
+    return PaymentOrder::Key::Time;
+}
+
 } // namespace
 
 JournalModel::JournalModel(PaymentsStore &store, QObject *parent)
@@ -132,12 +154,19 @@ void JournalModel::fetchMore(const QModelIndex &parent)
 
 void JournalModel::sort(int column, Qt::SortOrder order)
 {
-    const PaymentOrder wanted =
-        order == Qt::AscendingOrder ? PaymentOrder::OldestFirst : PaymentOrder::NewestFirst;
-    if (column != Time || wanted == m_order)
+    const PaymentOrder wanted{keyOf(column), order == Qt::DescendingOrder};
+    if (column < 0 || column >= ColumnCount || wanted == m_wanted)
         return;
-    m_order = wanted;
+    m_wanted = wanted;
     reload();
+}
+
+JournalModel::Column JournalModel::columnOf(PaymentOrder::Key key)
+{
+    int column = Time;
+    while (column < State && keyOf(column) != key)
+        ++column;
+    return Column(column);
 }
 
 void JournalModel::setFilter(const PaymentFilter &filter)
@@ -166,19 +195,49 @@ void JournalModel::refresh(qint64 packId)
     } else if (row >= 0 && !fits) {
         removeAt(row);
     } else if (row >= 0) {
-        m_records[row] = *record;
-        emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
+        change(row, *record);
     }
+}
+
+int JournalModel::placeOf(const PaymentRecord &record) const
+{
+    return int(std::upper_bound(m_records.cbegin(), m_records.cend(), record,
+                                [this](const PaymentRecord &first, const PaymentRecord &second) {
+                                    return standsAbove(first, second, m_order);
+                                })
+               - m_records.cbegin());
+}
+
+void JournalModel::change(int row, const PaymentRecord &record)
+{
+    const bool fromAbove = row > 0 && standsAbove(record, m_records.at(row - 1), m_order);
+    const bool fromBelow =
+        row + 1 < m_records.size() && standsAbove(m_records.at(row + 1), record, m_order);
+    if (!fromAbove && !fromBelow && (row + 1 < m_records.size() || !m_more)) {
+        m_records[row] = record;
+        emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
+        return;
+    }
+    // Its place has changed with it, perhaps to one that was not read yet.
+    const PaymentRecord before = m_records.takeAt(row);
+    const int place = placeOf(record);
+    m_records.insert(row, before);
+    if (place == m_records.size() - 1 && m_more) {
+        removeAt(row);
+        return;
+    }
+    if (place != row) {
+        beginMoveRows(QModelIndex(), row, row, QModelIndex(), place > row ? place + 1 : place);
+        m_records.move(row, place);
+        endMoveRows();
+    }
+    m_records[place] = record;
+    emit dataChanged(index(place, 0), index(place, ColumnCount - 1));
 }
 
 void JournalModel::insert(const PaymentRecord &record)
 {
-    const auto place =
-        std::upper_bound(m_records.cbegin(), m_records.cend(), record,
-                         [this](const PaymentRecord &first, const PaymentRecord &second) {
-                             return standsAbove(first, second, m_order);
-                         });
-    const int row = int(place - m_records.cbegin());
+    const int row = placeOf(record);
     // Below what was read it comes with its page.
     if (row == m_records.size() && m_more)
         return;
@@ -202,6 +261,8 @@ void JournalModel::removeAt(int row)
 void JournalModel::reload()
 {
     beginResetModel();
+    const bool sortable = m_wanted.key == PaymentOrder::Key::Time || m_store.canSort(m_filter);
+    m_order = sortable ? m_wanted : PaymentOrder::NewestFirst;
     m_records = readPage(nullptr);
     endResetModel();
     emit extentChanged();

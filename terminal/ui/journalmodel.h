@@ -7,8 +7,8 @@
 
 class PaymentsStore;
 
-/// The journal of payments in the order of time, read from the store a page at a time as the view
-/// asks for more. How many there are in all is never counted.
+/// The journal of payments in the order asked for, sorted and read by the store a page at a time as
+/// the view asks for more. How many there are in all is never counted.
 class JournalModel final : public QAbstractTableModel
 {
     Q_OBJECT
@@ -27,9 +27,13 @@ public:
     bool canFetchMore(const QModelIndex &parent) const override;
     void fetchMore(const QModelIndex &parent) override;
 
-    /// Only by Time; any other column leaves the order as it is.
+    /// Ascending by Time is the oldest first, by State those that are the least far.
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+    /// The order that the rows have. The newest stand first while the filter lets too many through
+    /// to sort them by another column than Time.
     PaymentOrder order() const { return m_order; }
+    bool tooManyToSort() const { return m_order != m_wanted; }
+    static Column columnOf(PaymentOrder::Key key);
 
     void setFilter(const PaymentFilter &filter);
     const PaymentFilter &filter() const { return m_filter; }
@@ -43,7 +47,7 @@ public:
     int rowOf(qint64 packId) const;
 
 public slots:
-    /// Takes in a payment that was stored or has changed, leaving the other rows where they are.
+    /// Takes in a payment that was stored or has changed; the other rows stay as they stand.
     void refresh(qint64 packId);
     /// Reads the first page anew.
     void reload();
@@ -55,12 +59,15 @@ signals:
 private:
     QVector<PaymentRecord> readPage(const PaymentRecord *after);
     void insert(const PaymentRecord &record);
+    void change(int row, const PaymentRecord &record);
+    int placeOf(const PaymentRecord &record) const;
     void removeAt(int row);
 
     PaymentsStore &m_store;
     PaymentFilter m_filter;
     QVector<PaymentRecord> m_records;
     QString m_error;
+    PaymentOrder m_wanted = PaymentOrder::NewestFirst;
     PaymentOrder m_order = PaymentOrder::NewestFirst;
     bool m_more = false;
 };

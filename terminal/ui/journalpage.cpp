@@ -6,6 +6,7 @@
 
 #include <app/terminalcontext.h>
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
@@ -17,7 +18,12 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace {
+
+constexpr int columnRole = Qt::UserRole;
+constexpr int wayRole = Qt::UserRole + 1;
 
 QString timeText(const QDateTime &time)
 {
@@ -99,8 +105,24 @@ void JournalPage::makeFilter()
         m_state->addItem(packStateText(state), int(state));
     m_order->setObjectName(QStringLiteral("cbJournalOrder"));
     m_order->setAccessibleName(tr("Порядок"));
-    m_order->addItem(tr("сначала новые"), int(Qt::DescendingOrder));
-    m_order->addItem(tr("сначала старые"), int(Qt::AscendingOrder));
+    addOrders(JournalModel::Time, Qt::DescendingOrder, tr("сначала новые"), tr("сначала старые"));
+    addOrders(JournalModel::ProviderName, Qt::AscendingOrder, tr("поставщик, А–Я"),
+              tr("поставщик, Я–А"));
+    addOrders(JournalModel::Account, Qt::AscendingOrder, tr("счёт, по возрастанию"),
+              tr("счёт, по убыванию"));
+    addOrders(JournalModel::Sum, Qt::DescendingOrder, tr("сумма, сначала большие"),
+              tr("сумма, сначала малые"));
+    addOrders(JournalModel::Cash, Qt::DescendingOrder, tr("наличные, сначала большие"),
+              tr("наличные, сначала малые"));
+    addOrders(JournalModel::Card, Qt::DescendingOrder, tr("картой, сначала большие"),
+              tr("картой, сначала малые"));
+    addOrders(JournalModel::State, Qt::AscendingOrder, tr("состояние, сначала сохранённые"),
+              tr("состояние, сначала проведённые"));
+    // The shortest orders are the usual ones; the list itself is as wide as it needs.
+    m_order->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_order->setMinimumContentsLength(m_order->itemText(1).size());
+    m_order->view()->setMinimumWidth(m_order->view()->sizeHintForColumn(0)
+                                     + m_order->fontMetrics().height());
 
     const auto chosen = QOverload<int>::of(&QComboBox::currentIndexChanged);
     connect(m_account, &QLineEdit::textChanged, this, &JournalPage::applyFilter);
@@ -109,6 +131,19 @@ void JournalPage::makeFilter()
     connect(m_day, &QDateEdit::dateChanged, this, &JournalPage::applyFilter);
     connect(m_state, chosen, this, &JournalPage::applyFilter);
     connect(m_order, chosen, this, &JournalPage::applyOrder);
+}
+
+void JournalPage::addOrders(int column, Qt::SortOrder first, const QString &firstTitle,
+                            const QString &secondTitle)
+{
+    const Qt::SortOrder second =
+        first == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
+    for (const auto &each :
+         {std::make_pair(first, firstTitle), std::make_pair(second, secondTitle)}) {
+        m_order->addItem(each.second);
+        m_order->setItemData(m_order->count() - 1, column, columnRole);
+        m_order->setItemData(m_order->count() - 1, int(each.first), wayRole);
+    }
 }
 
 void JournalPage::makeTable()
@@ -127,9 +162,11 @@ void JournalPage::makeTable()
     header->setMinimumSectionSize(60);
     header->setHighlightSections(false);
     header->setSectionsClickable(true);
+    header->setSortIndicatorShown(true);
     connect(header, &QHeaderView::sectionClicked, this, [this](int section) {
-        if (section == JournalModel::Time)
-            m_order->setCurrentIndex(m_order->currentIndex() == 0 ? 1 : 0);
+        // The two ways of a column stand one below the other.
+        const int first = m_order->findData(section, columnRole);
+        m_order->setCurrentIndex(m_order->currentIndex() == first ? first + 1 : first);
     });
 }
 
@@ -200,11 +237,16 @@ void JournalPage::applyFilter()
 
 void JournalPage::applyOrder()
 {
-    m_model->sort(JournalModel::Time, Qt::SortOrder(m_order->currentData().toInt()));
+    m_model->sort(m_order->currentData(columnRole).toInt(),
+                  Qt::SortOrder(m_order->currentData(wayRole).toInt()));
 }
 
 void JournalPage::showExtent()
 {
+    const PaymentOrder order = m_model->order();
+    m_table->horizontalHeader()->setSortIndicator(JournalModel::columnOf(order.key),
+                                                  order.descending ? Qt::DescendingOrder
+                                                                   : Qt::AscendingOrder);
     if (!m_model->error().isEmpty())
         m_extent->setText(tr("Журнал прочитан не весь. %1").arg(m_model->error()));
     else if (m_model->rowCount() == 0)
@@ -213,6 +255,10 @@ void JournalPage::showExtent()
         m_extent->setText(tr("Показано платежей: %1, ниже есть ещё.").arg(m_model->rowCount()));
     else
         m_extent->setText(tr("Платежей: %1.").arg(m_model->rowCount()));
+    if (m_model->tooManyToSort())
+        m_extent->setText(m_extent->text() + QLatin1Char(' ')
+                          + tr("Платежей слишком много, чтобы упорядочить их так: показаны сначала "
+                               "новые. Выберите день, счёт или состояние."));
 }
 
 void JournalPage::showPayment()

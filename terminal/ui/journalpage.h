@@ -26,6 +26,9 @@ public:
 
 private:
     void makeFilter();
+    /// Two orders by the column, the one that a click on its head takes first.
+    void addOrders(int column, Qt::SortOrder first, const QString &firstTitle,
+                   const QString &secondTitle);
     void makeTable();
     void makeLayout();
     void applyFilter();

@@ -14,6 +14,7 @@
 #include <algorithm>
 
 Q_DECLARE_METATYPE(JournalQuery::Matches)
+Q_DECLARE_METATYPE(PaymentFilter)
 
 namespace {
 
@@ -62,6 +63,36 @@ private:
         return filter;
     }
 
+    void comparePages(const PaymentFilter &filter, const PaymentOrder &order)
+    {
+        QVector<PaymentRecord> expected;
+        for (const PaymentRecord &record : qAsConst(m_saved)) {
+            if (filter.lets(record))
+                expected.append(record);
+        }
+        std::sort(expected.begin(), expected.end(),
+                  [order](const PaymentRecord &a, const PaymentRecord &b) {
+                      return standsAbove(a, b, order);
+                  });
+        QVector<PaymentRecord> found;
+        for (;;) {
+            const PaymentRecord last = found.isEmpty() ? PaymentRecord() : found.constLast();
+            const auto page = m_store.page(filter, order, found.isEmpty() ? nullptr : &last, 17);
+            QVERIFY2(m_store.lastError().isEmpty(), qPrintable(m_store.lastError()));
+            found += page;
+            if (page.size() < 17)
+                break;
+        }
+        const auto ids = [](const QVector<PaymentRecord> &records) {
+            QVector<qint64> result;
+            for (const PaymentRecord &record : records)
+                result.append(record.packId);
+            return result;
+        };
+        QCOMPARE(ids(found), ids(expected));
+        QCOMPARE(m_store.count(filter), expected.size());
+    }
+
 private slots:
     void initTestCase()
     {
@@ -76,6 +107,11 @@ private slots:
             record.account = random.bounded(10) == 0
                 ? QStringLiteral("Договор №%1").arg(random.bounded(3))
                 : QStringLiteral("7001%1").arg(random.bounded(40), 3, 10, QLatin1Char('0'));
+            record.providerName =
+                random.bounded(2) == 0 ? QStringLiteral("Водоканал, %1") : QStringLiteral("Ёлка");
+            record.cash = basix::FixNumber(100, qint64(random.bounded(20)));
+            record.card = basix::FixNumber(100, qint64(random.bounded(20)));
+            record.sum = record.cash + record.card;
             QVERIFY2(m_store.save(record, {{QStringLiteral("id"), record.packId}}),
                      qPrintable(m_store.lastError()));
             const int state = random.bounded(4);
@@ -92,7 +128,7 @@ private slots:
         QTest::addColumn<QString>("account");
         QTest::addColumn<bool>("oneDay");
         QTest::addColumn<int>("state");
-        QTest::addColumn<bool>("newest");
+        QTest::addColumn<bool>("newest"); ///< or whatever is the highest
         const QVector<QPair<const char *, QString>> accounts{
             {"any account", QString()},
             {"one account", QStringLiteral("7001007")},
@@ -124,34 +160,11 @@ private slots:
         PaymentFilter filter = oneDay ? day() : PaymentFilter();
         filter.account = account;
         filter.state = state;
-        const PaymentOrder order = newest ? PaymentOrder::NewestFirst : PaymentOrder::OldestFirst;
-
-        QVector<PaymentRecord> expected;
-        for (const PaymentRecord &record : qAsConst(m_saved)) {
-            if (filter.lets(record))
-                expected.append(record);
-        }
-        std::sort(expected.begin(), expected.end(),
-                  [order](const PaymentRecord &a, const PaymentRecord &b) {
-                      return standsAbove(a, b, order);
-                  });
-        QVector<PaymentRecord> found;
-        for (;;) {
-            const PaymentRecord last = found.isEmpty() ? PaymentRecord() : found.constLast();
-            const auto page = m_store.page(filter, order, found.isEmpty() ? nullptr : &last, 17);
-            QVERIFY2(m_store.lastError().isEmpty(), qPrintable(m_store.lastError()));
-            found += page;
-            if (page.size() < 17)
-                break;
-        }
-        const auto ids = [](const QVector<PaymentRecord> &records) {
-            QVector<qint64> result;
-            for (const PaymentRecord &record : records)
-                result.append(record.packId);
-            return result;
-        };
-        QCOMPARE(ids(found), ids(expected));
-        QCOMPARE(m_store.count(filter), expected.size());
+        using Key = PaymentOrder::Key;
+        for (const Key key :
+             {Key::Time, Key::Provider, Key::Account, Key::Sum, Key::Cash, Key::Card, Key::State})
+            comparePages(filter, {key, newest});
+        QVERIFY(m_store.canSort(filter));
     }
 
     void lastRowsFollowTheIndex_data()
@@ -211,6 +224,38 @@ private slots:
                     QVERIFY2(!step.startsWith(QStringLiteral("SCAN")), qPrintable(all));
             }
         }
+    }
+
+    void tooManyAreNotSorted_data()
+    {
+        QTest::addColumn<PaymentFilter>("filter");
+        QTest::addColumn<JournalQuery::Matches>("matches");
+        QTest::addColumn<QString>("index");
+        using Matches = JournalQuery::Matches;
+        const QString seven = QStringLiteral("7");
+        QTest::newRow("everything")
+            << PaymentFilter() << Matches::Many << QStringLiteral("packs_by_time");
+        QTest::newRow("day") << day() << Matches::Many << QStringLiteral("packs_by_time");
+        QTest::newRow("state") << PaymentFilter{{}, {}, {}, 1} << Matches::Many
+                               << QStringLiteral("packs_by_state");
+        QTest::newRow("accounts") << PaymentFilter{{}, {}, seven, 1} << Matches::Few
+                                  << QStringLiteral("packs_by_account");
+        QTest::newRow("accounts of a state")
+            << PaymentFilter{{}, {}, seven, 1} << Matches::Many << QStringLiteral("packs_by_state");
+    }
+
+    /// Counted along the index alone, to a bound: looking must not take longer than sorting.
+    void tooManyAreNotSorted()
+    {
+        QFETCH(PaymentFilter, filter);
+        QFETCH(JournalQuery::Matches, matches);
+        QFETCH(QString, index);
+        const JournalQuery query = JournalQuery::walkCount(filter, matches);
+        const QString all = plan(query).join(QLatin1Char('\n'));
+        QVERIFY2(all.contains(QStringLiteral("USING COVERING INDEX %1").arg(index)),
+                 qPrintable(all));
+        QVERIFY(
+            query.sql().contains(QStringLiteral("LIMIT %1)").arg(JournalQuery::MOST_SORTED + 1)));
     }
 
     void fewMatchesAreSortedAndManyAreNotCounted()

@@ -224,7 +224,7 @@ private slots:
             save(payment(id));
         JournalModel model(*m_store);
         QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
-        model.sort(JournalModel::Sum, Qt::AscendingOrder);
+        model.sort(JournalModel::Time, Qt::DescendingOrder);
         QCOMPARE(reset.count(), 0);
         model.sort(JournalModel::Time, Qt::AscendingOrder);
         QCOMPARE(reset.count(), 1);
@@ -239,6 +239,126 @@ private slots:
         save(payment(10000));
         model.refresh(10000);
         QCOMPARE(model.rowOf(10000), model.rowCount() - 1);
+    }
+
+    void sortedByAnyColumn_data()
+    {
+        QTest::addColumn<int>("column");
+        QTest::addColumn<QVector<int>>("ascending");
+        QTest::newRow("time") << int(JournalModel::Time) << QVector<int>{1, 2, 3, 4};
+        QTest::newRow("provider") << int(JournalModel::ProviderName) << QVector<int>{2, 4, 3, 1};
+        QTest::newRow("account") << int(JournalModel::Account) << QVector<int>{3, 1, 4, 2};
+        QTest::newRow("sum") << int(JournalModel::Sum) << QVector<int>{4, 2, 1, 3};
+        QTest::newRow("cash") << int(JournalModel::Cash) << QVector<int>{1, 4, 2, 3};
+        QTest::newRow("card") << int(JournalModel::Card) << QVector<int>{2, 4, 3, 1};
+        QTest::newRow("state") << int(JournalModel::State) << QVector<int>{2, 3, 4, 1};
+    }
+
+    void sortedByAnyColumn()
+    {
+        QFETCH(int, column);
+        QFETCH(QVector<int>, ascending);
+        const auto saveNext = [this](qint64 id, const char *provider, const char *account,
+                                     qint64 cash, qint64 card) {
+            PaymentRecord record = payment(id, QLatin1String(account));
+            record.providerName = QString::fromUtf8(provider);
+            record.cash = basix::FixNumber(100, cash);
+            record.card = basix::FixNumber(100, card);
+            record.sum = record.cash + record.card;
+            save(record);
+        };
+        saveNext(1, "Я", "20", 0, 1200);
+        saveNext(2, "А", "7", 900, 0);
+        saveNext(3, "Б", "100", 1000, 1000);
+        saveNext(4, "А", "20", 100, 0);
+        QVERIFY(m_store->advance(1, PackState::Acknowledged));
+        QVERIFY(m_store->advance(4, PackState::Posted));
+        JournalModel model(*m_store);
+        const QAbstractItemModelTester tester(&model);
+        const auto ids = [&model] {
+            QVector<int> result;
+            for (int row = 0; row < model.rowCount(); ++row)
+                result.append(int(model.record(row).packId));
+            return result;
+        };
+        model.sort(column, Qt::AscendingOrder);
+        QCOMPARE(ids(), ascending);
+        QCOMPARE(int(JournalModel::columnOf(model.order().key)), column);
+        QVERIFY(!model.tooManyToSort());
+        model.sort(column, Qt::DescendingOrder);
+        QCOMPARE(ids(), QVector<int>(ascending.crbegin(), ascending.crend()));
+        // A new one takes its place in that order.
+        saveNext(5, "Я", "9", 99999, 99999);
+        model.refresh(5);
+        const QVector<int> shown = ids();
+        model.reload();
+        QCOMPARE(shown, ids());
+        QCOMPARE(shown.size(), 5);
+    }
+
+    void changedStateMovesThePayment()
+    {
+        for (int id = 1; id <= 3; ++id)
+            save(payment(id));
+        JournalModel model(*m_store);
+        const QAbstractItemModelTester tester(&model);
+        model.sort(JournalModel::State, Qt::AscendingOrder);
+        const QPersistentModelIndex chosen = model.index(model.rowOf(1), 0);
+        QVERIFY(m_store->advance(1, PackState::Posted));
+        model.refresh(1);
+        QCOMPARE(model.rowOf(1), 2);
+        QCOMPARE(chosen.row(), 2);
+        QCOMPARE(model.record(2).state, PackState::Posted);
+        model.sort(JournalModel::State, Qt::DescendingOrder);
+        QVERIFY(m_store->advance(3, PackState::Acknowledged));
+        model.refresh(3);
+        QCOMPARE(model.rowOf(3), 0);
+        QCOMPARE(chosen.row(), -1);
+    }
+
+    void changedPaymentMayMoveToWhatWasNotReadYet()
+    {
+        for (int id = 1; id <= JournalModel::pageSize + 2; ++id)
+            save(payment(id));
+        JournalModel model(*m_store);
+        model.sort(JournalModel::State, Qt::AscendingOrder);
+        QCOMPARE(model.rowCount(), JournalModel::pageSize);
+        QVERIFY(m_store->advance(1, PackState::Posted));
+        model.refresh(1);
+        QCOMPARE(model.rowOf(1), -1);
+        model.fetchMore(QModelIndex());
+        QCOMPARE(model.rowOf(1), JournalModel::pageSize + 1);
+        QCOMPARE(model.rowCount(), JournalModel::pageSize + 2);
+    }
+
+    void tooManyStayInTheOrderOfTime()
+    {
+        save(payment(1));
+        const QString file = m_folder.filePath(QStringLiteral("%1.sqlite").arg(m_files));
+        {
+            QSqlDatabase other =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
+            other.setDatabaseName(file);
+            QVERIFY(other.open());
+            QVERIFY(QSqlQuery(other).exec(
+                QStringLiteral("WITH RECURSIVE n (i) AS (SELECT 2 UNION ALL SELECT i + 1 FROM n "
+                               "WHERE i < 5001) INSERT INTO packs (pack_id, state, created, "
+                               "provider_id, provider_name, account, sum, cash, card, "
+                               "fiscal_storage, fiscal_document, fiscal_sign, saved, body) SELECT "
+                               "i, 0, '2026-11-19T10:00:00.000Z', 1, '', '5', i, 0, i, '', '', '', "
+                               "'', '{}' FROM n")));
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("other"));
+        JournalModel model(*m_store);
+        model.sort(JournalModel::Sum, Qt::AscendingOrder);
+        QVERIFY(model.tooManyToSort());
+        QCOMPARE(model.order(), PaymentOrder::NewestFirst);
+        QCOMPARE(model.record(0).packId, Q_INT64_C(1));
+        PaymentFilter filter;
+        filter.until = payment(1).created;
+        model.setFilter(filter);
+        QVERIFY(!model.tooManyToSort());
+        QCOMPARE(model.record(0).packId, Q_INT64_C(2));
     }
 
     void paymentsThatArriveWhileReadingComeOnce()

@@ -110,6 +110,7 @@ int checkStart(QApplication &application, TerminalContext &context)
     QTimer::singleShot(0, &application, &QApplication::quit);
     QApplication::exec();
     std::fprintf(stdout, "Рабочее место открылось.\n");
+    std::fflush(stdout);
     return Ok;
 }
 

@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Makes docs/pictures/ anew from the demos and a scenario: what the documents show is what the program draws.
 set -euo pipefail
+# No picture comes from a workstation that could log in anywhere.
+unset SELMAR_BUS_PASSWORD
 
 root=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." && pwd)
 work=$(mktemp -d)

@@ -26,7 +26,9 @@ DeviceBox::DeviceBox(DeviceControl &control, Device device, QWidget *parent)
     m_list->setObjectName(QStringLiteral("lw_") + DeviceStates::option(device));
     m_list->setAccessibleName(DeviceStates::title(device));
     m_list->setAlternatingRowColors(true);
-    m_list->setTextElideMode(Qt::ElideRight);
+    m_list->setWordWrap(true);
+    m_list->setResizeMode(QListView::Adjust);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_effect->setObjectName(QStringLiteral("lEffect_") + DeviceStates::option(device));
     m_effect->setWordWrap(true);
     m_effect->setTextFormat(Qt::PlainText);
@@ -56,13 +58,17 @@ void DeviceBox::fill()
                                   DeviceStates::word(m_device), state.phrase));
     }
     m_list->setEnabled(m_control.controls(m_device));
-    // Wide enough for the longest title while it is the chosen one.
+    // Wide enough for the longest word while its title is the chosen one: a title may take two
+    // lines, so that the window fits beside a payment.
     QFont bold = m_list->font();
     bold.setBold(true);
     const QFontMetrics metrics(bold);
     int width = 0;
-    for (const DeviceState &state : DeviceStates::of(m_device))
-        width = qMax(width, metrics.horizontalAdvance(state.title));
+    for (const DeviceState &state : DeviceStates::of(m_device)) {
+        const QStringList words = state.title.split(QLatin1Char(' '));
+        for (const QString &word : words)
+            width = qMax(width, metrics.horizontalAdvance(word));
+    }
     const int scrollBar = m_list->verticalScrollBar()->sizeHint().width();
     m_list->setMinimumWidth(width + scrollBar + 2 * m_list->frameWidth()
                             + 2 * metrics.averageCharWidth());

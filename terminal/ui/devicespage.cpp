@@ -155,9 +155,8 @@ QWidget *DevicesPage::makeAmounts()
              outcomeText(amount.outcome), amount.text});
     }
     put(rows.size(), {tr("любые другие"), outcomeText(PosTestAmount::Outcome::Approve), QString()});
-    for (int column = 0; column < 2; ++column)
-        table->horizontalHeader()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
-    table->horizontalHeader()->setStretchLastSection(true);
+    table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     auto *layout = new QVBoxLayout(group);
     layout->addWidget(table);
     return group;

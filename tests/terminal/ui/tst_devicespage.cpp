@@ -223,20 +223,42 @@ private slots:
         QVERIFY(box.findChild<QLabel *>()->text().contains(QStringLiteral("за сервером")));
     }
 
+    void nothingIsCut_data()
+    {
+        QTest::addColumn<int>("width");
+        QTest::newRow("alone on the screen") << 1000;
+        QTest::newRow("beside a payment") << 640;
+    }
+
     void nothingIsCut()
     {
+        QFETCH(int, width);
+        m_page->resize(width, 700);
+        QTRY_COMPARE(m_page->width(), width);
         for (const Device device : DeviceStates::devices()) {
-            const QListWidget *states = list(device);
+            QListWidget *states = list(device);
+            const QStringList keys = DeviceStates::keys(device);
             for (const DeviceState &state : DeviceStates::of(device)) {
                 QVERIFY(control().setState(device, state.key));
+                QCoreApplication::processEvents();
                 const auto *label =
                     child<QLabel>(QStringLiteral("lEffect_") + DeviceStates::option(device));
                 QVERIFY2(label->heightForWidth(label->width()) <= label->height(),
                          qPrintable(state.effect));
-                QVERIFY2(states->sizeHintForColumn(0) <= states->viewport()->width(),
+                QListWidgetItem *item = states->item(keys.indexOf(state.key));
+                const QRect place = states->visualItemRect(item);
+                QVERIFY(item->font().bold() && place.width() <= states->viewport()->width());
+                const QRect needed = QFontMetrics(item->font())
+                                         .boundingRect(QRect(0, 0, place.width(), 1000),
+                                                       Qt::TextWordWrap, state.title);
+                QVERIFY2(needed.width() <= place.width() && needed.height() <= place.height(),
                          qPrintable(state.title));
+                QVERIFY2(states->height() > 4 * place.height(), "the list has hardly a row");
             }
         }
+        const auto *amounts = child<QTableWidget>(QStringLiteral("twTestAmounts"));
+        QVERIFY(amounts->columnViewportPosition(2) + amounts->columnWidth(2)
+                <= amounts->viewport()->width() + 1);
     }
 };
 

@@ -31,7 +31,7 @@ public:
 
     /// Types into the widget that has the keyboard focus; any character of any alphabet.
     bool type(const QString &text);
-    bool press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    bool press(Qt::Key code, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Clicks the field and types over what stands in it.
     bool fill(const QString &objectName, const QString &text);
     /// As a scanner does: into the focused field, fast, with Enter at the end.

@@ -155,13 +155,13 @@ void MainWindow::makeMenu()
     });
     work->addSeparator();
     QAction *quit = work->addAction(tr("Выход"));
-    quit->setShortcut(Qt::CTRL | Qt::Key_Q);
+    quit->setShortcut(QKeySequence(QStringLiteral("Ctrl+Q")));
     connect(quit, &QAction::triggered, this, &QWidget::close);
 
     QMenu *view = menuBar()->addMenu(tr("&Вид"));
     for (int page = 0; page < m_pages->count(); ++page) {
         QAction *action = view->addAction(m_pages->tabText(page));
-        action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + page)));
+        action->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(page + 1)));
         connect(action, &QAction::triggered, this,
                 [this, page] { m_pages->setCurrentIndex(page); });
     }

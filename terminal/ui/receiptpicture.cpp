@@ -60,9 +60,8 @@ QPainterPath paper(const QRectF &area)
     QPainterPath path(area.topLeft());
     path.lineTo(area.topRight());
     path.lineTo(area.bottomRight());
-    bool up = true;
-    for (qreal x = area.right() - tooth; x > area.left(); x -= tooth, up = !up)
-        path.lineTo(x, area.bottom() - (up ? tooth : 0));
+    for (int i = 1; i * tooth < area.width(); ++i)
+        path.lineTo(area.right() - i * tooth, area.bottom() - (i % 2 == 1 ? tooth : 0));
     path.lineTo(area.bottomLeft());
     path.closeSubpath();
     return path;

@@ -46,7 +46,7 @@ void SideWindows::addActions(QMenu &menu)
     bus->setShortcut(busKey);
     connect(bus, &QAction::triggered, this, &SideWindows::showBus);
     QAction *scanner = menu.addAction(tr("Сканер"));
-    scanner->setShortcut(Qt::SHIFT | scannerKey);
+    scanner->setShortcut(QKeySequence(int(Qt::SHIFT) | scannerKey));
     connect(scanner, &QAction::triggered, this, &SideWindows::showScanner);
 }
 

@@ -1,9 +1,9 @@
 #include "terminationsignal.h"
 
 #include <array>
+#include <csignal>
 
 #include <fcntl.h>
-#include <signal.h>
 #include <unistd.h>
 
 namespace {

@@ -4,11 +4,32 @@
 #include <QLocale>
 #include <QStringList>
 
+#include <array>
+
 namespace {
 
-bool isControl(ushort code)
+enum Special : quint8 { Control = 1, Quote = 2 };
+
+constexpr int tableSize = 256;
+
+constexpr std::array<quint8, tableSize> specials()
 {
-    return code < 0x20 || (code >= 0x7f && code < 0xa0) || code == 0x2028 || code == 0x2029;
+    std::array<quint8, tableSize> table{};
+    for (int code = 0; code < tableSize; ++code) {
+        if (code < 0x20 || (code >= 0x7f && code < 0xa0))
+            table[std::size_t(code)] = Control;
+    }
+    table[u'"'] = Quote;
+    table[u'\\'] = Quote;
+    return table;
+}
+
+/// Whether the character is one of `kinds`. Most are in the table, and of the others only the two
+/// separators of lines and paragraphs are not plain.
+bool isOneOf(int kinds, ushort code)
+{
+    static constexpr std::array<quint8, tableSize> table = specials();
+    return code < tableSize ? (table[code] & kinds) != 0 : (code | 1) == 0x2029;
 }
 
 /// A line of the log while it is written. Whole answers are logged, so a character costs no more
@@ -33,10 +54,11 @@ public:
     {
         if (inQuotes)
             put('"');
+        const int special = inQuotes ? Control | Quote : Control;
         QChar *at = room(text.size());
         for (const QChar c : text) {
             const ushort code = c.unicode();
-            if (Q_UNLIKELY(isControl(code) || (inQuotes && (code == u'"' || code == u'\\')))) {
+            if (Q_UNLIKELY(isOneOf(special, code))) {
                 m_size = static_cast<int>(at - m_text.constData());
                 putEscaped(code);
                 // The rest may be as long as the text, wherever it stands.

@@ -27,6 +27,16 @@ void tst_LogVariant::rendering_data()
     row("nothing", QVariant(), QStringLiteral("null"));
     row("text by itself", QStringLiteral("Счёт \"1\""), QStringLiteral("Счёт \"1\""));
     row("text with a line end", QStringLiteral("a\nb\u2028c"), QStringLiteral("a\\nb\\u2028c"));
+    // The neighbours of what is escaped, and letters whose lower byte is that of a control
+    // character, a quote or a backslash.
+    row("controls and their neighbours",
+        QString::fromUtf16(u"\u001f\u0020\u007e\u007f\u0080\u009f\u00a0\u2027\u2028\u2029\u202a"
+                           u"\u0122\u0422\u045c\u0409"),
+        QString::fromUtf16(u"\\u001f \u007e\\u007f\\u0080\\u009f\u00a0\u2027\\u2028\\u2029\u202a"
+                           u"\u0122\u0422\u045c\u0409"));
+    row("the same between quotes",
+        QStringList{QString::fromUtf16(u"\u007e\u007f\u00a0\u0422\u045c\u2029")},
+        QString::fromUtf16(u"[\"\u007e\\u007f\u00a0\u0422\u045c\\u2029\"]"));
     row("number", 12, QStringLiteral("12"));
     row("negative 64-bit number", Q_INT64_C(-9007199254740993),
         QStringLiteral("-9007199254740993"));

@@ -27,7 +27,6 @@ selmar_test(tst_paymentsstore SOURCES payments/tst_paymentsstore.cpp LIBRARIES t
 selmar_test(tst_payscontroller SOURCES payments/tst_payscontroller.cpp LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_chargejournal SOURCES payments/tst_chargejournal.cpp LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_outbox SOURCES payments/tst_outbox.cpp LIBRARIES terminal_core Qt5::Sql LABELS unit)
-selmar_test(tst_jsontext SOURCES storage/tst_jsontext.cpp LIBRARIES terminal_core property_support LABELS unit property)
 selmar_test(tst_sqlstatements SOURCES storage/tst_sqlstatements.cpp LIBRARIES terminal_core Qt5::Sql LABELS unit)
 selmar_test(tst_writecheck SOURCES storage/tst_writecheck.cpp LIBRARIES terminal_core Qt5::Sql LABELS unit)
 selmar_test(tst_hostdataseeder SOURCES hostdata/tst_hostdataseeder.cpp LIBRARIES terminal_core LABELS unit)

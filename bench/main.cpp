@@ -46,9 +46,10 @@ int main(int argc, char *argv[])
 
     QVector<BenchRow> rows;
     const QVector<BenchRow> all = allBenchRows();
-    for (BenchRow row : all) {
-        if (!row.id.startsWith(parser.value(QStringLiteral("rows"))))
+    for (const BenchRow &known : all) {
+        if (!known.id.startsWith(parser.value(QStringLiteral("rows"))))
             continue;
+        BenchRow row = known;
         const int largest = parser.value(QStringLiteral("largest")).toInt();
         row.sizes.erase(std::remove_if(row.sizes.begin(), row.sizes.end(),
                                        [largest](int size) { return size > largest; }),

@@ -21,11 +21,12 @@ QVector<BenchRow> growingRows(const QString &prefix, int largest)
 {
     QVector<BenchRow> growing;
     const QVector<BenchRow> rows = allBenchRows();
-    for (BenchRow row : rows) {
-        if (row.sizes.size() < 2 || row.unit != BenchRow::Unit::CpuTime
-            || !row.id.startsWith(prefix))
+    for (const BenchRow &known : rows) {
+        if (known.sizes.size() < 2 || known.unit != BenchRow::Unit::CpuTime
+            || !known.id.startsWith(prefix))
             continue;
-        const int last = std::min(largest, std::max(100000, row.sizes.last()));
+        const int last = std::min(largest, std::max(100000, known.sizes.last()));
+        BenchRow row = known;
         row.sizes.clear();
         for (int size = 1; size <= last; size *= 10)
             row.sizes.append(size);

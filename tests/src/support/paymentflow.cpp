@@ -36,7 +36,7 @@ PaymentFlow::PaymentFlow(int cardTerminal)
     plugin->setPaysControllerWrapper(new FakePaysController(pays));
     plugin->setFrHandler(fiscalRegister);
     m_timer.setInterval(lookEveryMs);
-    QObject::connect(&m_timer, &QTimer::timeout, [this] { next(); });
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { next(); });
 }
 
 PaymentFlow::~PaymentFlow() = default;

@@ -260,9 +260,9 @@ QString MessageText::shown(const BusJournalEntry &entry)
 {
     const QByteArray body = entry.message.body.bytes();
     if (body.size() <= MOST_FORMATTED)
-        return heading(entry) + shortened(bodyText(body));
+        return shortened(heading(entry)) + shortened(bodyText(body));
     const QString beginning = maskedText(QString::fromUtf8(body.left(LONGEST_LINE)));
-    return heading(entry)
+    return shortened(heading(entry))
         + QStringLiteral("%1…\n\nСообщение слишком велико, показано только начало. Целиком — "
                          "«Копировать» или «Сохранить».\n")
               .arg(beginning);

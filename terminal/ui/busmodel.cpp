@@ -1,5 +1,7 @@
 #include "busmodel.h"
 
+#include "shownreason.h"
+
 #include <bus/busjournal.h>
 #include <bus/messagetext.h>
 
@@ -62,7 +64,7 @@ QVariant BusModel::data(const QModelIndex &index, int role) const
         && (index.column() == Number || index.column() == RoundTrip || index.column() == Size))
         return int(Qt::AlignRight | Qt::AlignVCenter);
     if (role == Qt::ToolTipRole && index.column() == Relation)
-        return MessageText::relation(entry).toHtmlEscaped();
+        return shownReason(MessageText::relation(entry)).toHtmlEscaped();
     if (role != Qt::DisplayRole)
         return {};
     switch (Column(index.column())) {
@@ -74,9 +76,9 @@ QVariant BusModel::data(const QModelIndex &index, int role) const
         return entry.message.direction == BusMessage::Direction::Outgoing ? tr("→ отправлено")
                                                                           : tr("← получено");
     case Address:
-        return entry.message.address;
+        return shownCell(entry.message.address);
     case Relation:
-        return MessageText::relation(entry);
+        return shownCell(MessageText::relation(entry));
     case RoundTrip:
         return entry.roundTrip < 0 ? QVariant() : QVariant(entry.roundTrip);
     case Size:

@@ -8,6 +8,7 @@
 namespace {
 
 constexpr int longestReason = 600;
+constexpr int longestCell = 200;
 constexpr int mostLines = 12;
 /// A label breaks its text between words only.
 constexpr int longestWord = 36;
@@ -42,6 +43,16 @@ QString shownReason(const QString &text)
         shown += acts(c) ? QLatin1Char(' ') : c;
     }
     return shown;
+}
+
+QString shownCell(const QString &text)
+{
+    QString shown = text.left(longestCell);
+    for (QChar &c : shown) {
+        if (acts(c) || c == QLatin1Char('\n'))
+            c = QLatin1Char(' ');
+    }
+    return shown.size() < text.size() ? shown + ellipsis : shown;
 }
 
 QString shownLines(const QString &text)

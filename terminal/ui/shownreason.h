@@ -9,6 +9,9 @@ class QWidget;
 /// ordinary text comes back unchanged; what is stored stays as it came.
 QString shownReason(const QString &text);
 
+/// The same for a cell of a table: one line, of which no cell shows more than the beginning.
+QString shownCell(const QString &text);
+
 /// The same for a long text that is only read, such as a pack: every line of it bounded.
 QString shownLines(const QString &text);
 

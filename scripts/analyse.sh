@@ -5,7 +5,7 @@
 #   scripts/analyse.sh src terminal/bus  only what lies below these folders, or these files
 #   scripts/analyse.sh --again src       also what has been read and has not changed since
 #
-# What is wanted and what is left out, with the reasons: .clang-tidy, tests/.clang-tidy, and for clazy
+# What is wanted and what is left out, with the reasons: .clang-tidy, bench/.clang-tidy, and for clazy
 # tools/analysis/analyse.py. Nothing is compiled to the end; about two seconds of a processor a source. JOBS=1 leaves one
 # processor to others.
 set -euo pipefail

@@ -27,7 +27,7 @@ const QString &message(Form form, int lines);
 /// The text inside its "description".
 const QString &innerText(Form form, int lines);
 
-/// A contract with this many documents of `services` services each.
-QVariantList contract(int documents, int services);
+/// A contract with this many documents of `serviceCount` services each.
+QVariantList contract(int documents, int serviceCount);
 
 } // namespace GeneratedAnswers

@@ -41,6 +41,29 @@ bool isMoney(int column)
         || column == JournalModel::Card;
 }
 
+QString titleOf(int section)
+{
+    switch (JournalModel::Column(section)) {
+    case JournalModel::Time:
+        return JournalModel::tr("Время");
+    case JournalModel::ProviderName:
+        return JournalModel::tr("Поставщик");
+    case JournalModel::Account:
+        return JournalModel::tr("Счёт");
+    case JournalModel::Sum:
+        return JournalModel::tr("Сумма");
+    case JournalModel::Cash:
+        return JournalModel::tr("Наличными");
+    case JournalModel::Card:
+        return JournalModel::tr("Картой");
+    case JournalModel::State:
+        return JournalModel::tr("Состояние");
+    case JournalModel::ColumnCount:
+        break;
+    }
+    return QString();
+}
+
 PaymentOrder::Key keyOf(int column)
 {
     switch (JournalModel::Column(column)) {
@@ -112,25 +135,11 @@ QVariant JournalModel::headerData(int section, Qt::Orientation orientation, int 
         return int(Qt::AlignVCenter | (isMoney(section) ? Qt::AlignRight : Qt::AlignLeft));
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return QVariant();
-    switch (Column(section)) {
-    case Time:
-        return tr("Время");
-    case ProviderName:
-        return tr("Поставщик");
-    case Account:
-        return tr("Счёт");
-    case Sum:
-        return tr("Сумма");
-    case Cash:
-        return tr("Наличными");
-    case Card:
-        return tr("Картой");
-    case State:
-        return tr("Состояние");
-    case ColumnCount:
-        break;
-    }
-    return QVariant();
+    // Qt's own arrow would keep room for itself in every column.
+    const QString title = titleOf(section);
+    if (section != columnOf(m_order.key))
+        return title;
+    return title + (m_order.descending ? QStringLiteral(" ▼") : QStringLiteral(" ▲"));
 }
 
 bool JournalModel::canFetchMore(const QModelIndex &parent) const

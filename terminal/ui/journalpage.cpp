@@ -162,7 +162,6 @@ void JournalPage::makeTable()
     header->setMinimumSectionSize(60);
     header->setHighlightSections(false);
     header->setSectionsClickable(true);
-    header->setSortIndicatorShown(true);
     connect(header, &QHeaderView::sectionClicked, this, [this](int section) {
         // The two ways of a column stand one below the other.
         const int first = m_order->findData(section, columnRole);

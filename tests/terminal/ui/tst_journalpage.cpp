@@ -51,8 +51,14 @@ private:
     /// {column, order} that the head of the table points at.
     QPair<int, int> indicated() const
     {
-        const QHeaderView *header = table()->horizontalHeader();
-        return {header->sortIndicatorSection(), int(header->sortIndicatorOrder())};
+        for (int column = 0; column < JournalModel::ColumnCount; ++column) {
+            const QString title = table()->model()->headerData(column, Qt::Horizontal).toString();
+            if (title.endsWith(QChar(0x25bc)))
+                return {column, int(Qt::DescendingOrder)};
+            if (title.endsWith(QChar(0x25b2)))
+                return {column, int(Qt::AscendingOrder)};
+        }
+        return {-1, -1};
     }
 
 private slots:

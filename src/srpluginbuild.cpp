@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr QLatin1String months("JanFebMarAprMayJunJulAugSepOctNovDec");
+const QLatin1String months("JanFebMarAprMayJunJulAugSepOctNovDec");
 constexpr int monthLength = 3;
 constexpr int dateLength = 11;
 constexpr int dayAt = 4;

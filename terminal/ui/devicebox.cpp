@@ -2,6 +2,7 @@
 
 #include <devices/devicecontrol.h>
 
+#include <QEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QMessageBox>
@@ -39,6 +40,7 @@ DeviceBox::DeviceBox(DeviceControl &control, Device device, QWidget *parent)
     m_layout->addWidget(m_effect);
     fill();
     follow();
+    m_list->viewport()->installEventFilter(this);
     connect(m_list, &QListWidget::currentRowChanged, this, &DeviceBox::choose);
     connect(&control, &DeviceControl::changed, this, &DeviceBox::follow);
 }
@@ -46,6 +48,20 @@ DeviceBox::DeviceBox(DeviceControl &control, Device device, QWidget *parent)
 void DeviceBox::addControl(QWidget *widget)
 {
     m_layout->addWidget(widget);
+}
+
+bool DeviceBox::eventFilter(QObject *watched, QEvent *event)
+{
+    // Only afterwards has the list laid out its rows anew.
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Show)
+        QMetaObject::invokeMethod(this, &DeviceBox::revealChosen, Qt::QueuedConnection);
+    return QGroupBox::eventFilter(watched, event);
+}
+
+void DeviceBox::revealChosen()
+{
+    if (const QListWidgetItem *chosen = m_list->currentItem())
+        m_list->scrollToItem(chosen);
 }
 
 void DeviceBox::fill()
@@ -89,12 +105,16 @@ void DeviceBox::follow()
     const QString key = m_control.state(m_device);
     const DeviceState *state = DeviceStates::find(m_device, key);
     const QSignalBlocker blocker(m_list);
+    const int before = m_list->currentRow();
     m_list->setCurrentRow(DeviceStates::keys(m_device).indexOf(key));
     for (int row = 0; row < m_list->count(); ++row) {
         QFont font = m_list->font();
         font.setBold(row == m_list->currentRow());
         m_list->item(row)->setFont(font);
     }
+    // In bold its title may take another line.
+    if (m_list->currentRow() != before)
+        revealChosen();
     if (!m_control.controls(m_device))
         m_effect->setText(tr("Биллинг работает за сервером сообщений, его состояния отсюда не "
                              "меняются."));

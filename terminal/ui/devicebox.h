@@ -23,10 +23,14 @@ public:
     /// The next chosen state lasts for one receipt only.
     void setOnce(bool once) { m_once = once; }
 
+    /// Keeps the chosen row in sight when the list has been resized or shown again.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void fill();
     void choose(int row);
     void follow();
+    void revealChosen();
 
     DeviceControl &m_control;
     Device m_device;

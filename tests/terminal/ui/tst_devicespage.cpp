@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTableWidget>
@@ -259,6 +260,56 @@ private slots:
         const auto *amounts = child<QTableWidget>(QStringLiteral("twTestAmounts"));
         QVERIFY(amounts->columnViewportPosition(2) + amounts->columnWidth(2)
                 <= amounts->viewport()->width() + 1);
+    }
+
+    void chosenStateStaysInSight_data()
+    {
+        QTest::addColumn<int>("device");
+        QTest::addColumn<QSize>("size");
+        for (const Device device : DeviceStates::devices()) {
+            const QByteArray name = DeviceStates::option(device).toLatin1();
+            QTest::addRow("%s, lower", name.constData()) << int(device) << QSize(1000, 500);
+            QTest::addRow("%s, narrower", name.constData()) << int(device) << QSize(640, 700);
+            QTest::addRow("%s, both", name.constData()) << int(device) << QSize(640, 500);
+        }
+    }
+
+    void chosenStateStaysInSight()
+    {
+        QFETCH(int, device);
+        QFETCH(QSize, size);
+        const QStringList keys = DeviceStates::keys(Device(device));
+        const QListWidget *states = list(Device(device));
+        const auto chosenInSight = [states] {
+            const QRect place = states->visualItemRect(states->currentItem());
+            return states->viewport()->rect().contains(place);
+        };
+        for (const QString &key : keys) {
+            m_page->resize(1000, 1200);
+            QVERIFY(control().setState(Device(device), key));
+            QTRY_VERIFY2(chosenInSight(), qPrintable(key));
+            m_page->resize(size);
+            QTRY_VERIFY2(m_page->height() == size.height() && chosenInSight(), qPrintable(key));
+        }
+        // Chosen from elsewhere while nobody looks.
+        m_page->hide();
+        QVERIFY(control().setState(Device(device), keys.constFirst()));
+        m_page->show();
+        QTRY_VERIFY(chosenInSight());
+    }
+
+    void listScrolledByHandStaysThere()
+    {
+        m_page->resize(640, 500);
+        QListWidget *states = list(Device::Card);
+        QTRY_COMPARE(m_page->height(), 500);
+        QTRY_VERIFY(states->verticalScrollBar()->maximum() > 0);
+        QCoreApplication::processEvents();
+        states->scrollToBottom();
+        const int place = states->verticalScrollBar()->value();
+        QVERIFY(place > 0 && control().setState(Device::Register, QStringLiteral("paper-out")));
+        QCoreApplication::processEvents();
+        QCOMPARE(states->verticalScrollBar()->value(), place);
     }
 };
 

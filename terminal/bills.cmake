@@ -31,7 +31,8 @@ add_library(terminal_bills_ui STATIC
     ui/billspreview.h ui/billspreview.cpp
     ui/longwork.h ui/longwork.cpp
     ui/scannerpage.h ui/scannerpage.cpp
-    ui/scannerresult.h ui/scannerresult.cpp)
+    ui/scannerresult.h ui/scannerresult.cpp
+    ui/shownreason.h ui/shownreason.cpp)
 selmar_conventions(terminal_bills_ui)
 target_include_directories(terminal_bills_ui PUBLIC ${CMAKE_CURRENT_LIST_DIR})
 target_link_libraries(terminal_bills_ui PUBLIC terminal_codes Qt5::Widgets)

@@ -52,7 +52,8 @@ add_library(terminal_core STATIC
     storage/jsontext.h storage/jsontext.cpp
     storage/sqlstatement.h storage/sqlstatement.cpp
     storage/sqlstatements.h storage/sqlstatements.cpp
-    storage/writecheck.h storage/writecheck.cpp)
+    storage/writecheck.h storage/writecheck.cpp
+    text/showntext.h text/showntext.cpp)
 selmar_conventions(terminal_core)
 target_include_directories(terminal_core PUBLIC ${CMAKE_CURRENT_LIST_DIR})
 target_link_libraries(terminal_core PUBLIC Qt5::Core basixcore molvacore PRIVATE Qt5::Sql)

@@ -1,5 +1,7 @@
 #include "billhtml.h"
 
+#include <text/showntext.h>
+
 #include <QLocale>
 #include <QStringList>
 
@@ -9,9 +11,11 @@ const QLatin1String
     ruled(" border='1' style='border-style:solid; border-color:#aab4bb; border-collapse:collapse' "
           "cellspacing='0' cellpadding='3' width='100%'");
 
+/// A name of a megabyte would take hundreds of pages, and characters that the document gives a
+/// meaning of its own would move the code.
 QString escaped(const QString &text)
 {
-    return text.toHtmlEscaped();
+    return shownCell(text).toHtmlEscaped();
 }
 
 QString payeeField(const char *name)

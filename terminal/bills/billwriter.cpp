@@ -4,6 +4,8 @@
 #include "qrpicture.h"
 #include "qrtextobject.h"
 
+#include <text/showntext.h>
+
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
 #include <QFont>
@@ -35,7 +37,7 @@ qreal units(qreal millimetres)
 } // namespace
 
 BillWriter::BillWriter(const Bill &bill, const QByteArray &code)
-    : m_document(std::make_unique<QTextDocument>()), m_title(bill.title())
+    : m_document(std::make_unique<QTextDocument>()), m_title(shownCell(bill.title()))
 {
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPixelSize(12);

@@ -1,6 +1,7 @@
 #include "billspage.h"
 
 #include "billspreview.h"
+#include "shownreason.h"
 
 #include <billing/billingdatabase.h>
 #include <bills/billhtml.h>
@@ -20,9 +21,9 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -36,6 +37,13 @@ const QChar pluginSeparator = QLatin1Char('|');
 constexpr int numberRole = Qt::UserRole;
 constexpr int payerRole = Qt::UserRole + 1;
 constexpr int sampleDocumentRole = Qt::UserRole + 2;
+constexpr int longestInFileName = 40; // two of them fit the 255 bytes that a file system takes
+
+QString inFileName(const QString &number)
+{
+    static const QRegularExpression awkward(QStringLiteral("[/\\\\:*?\"<>|]"));
+    return shownCell(number).left(longestInFileName).replace(awkward, QStringLiteral("-"));
+}
 
 } // namespace
 
@@ -158,7 +166,7 @@ void BillsPage::connectInputs()
     connect(m_sum, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, &BillsPage::refresh);
     connect(m_period, &QDateEdit::dateChanged, this, &BillsPage::refresh);
     connect(m_copy, &QPushButton::clicked, this,
-            [this] { QGuiApplication::clipboard()->setText(m_text->toPlainText()); });
+            [this] { QGuiApplication::clipboard()->setText(m_codeText); });
     connect(m_save, &QPushButton::clicked, this, &BillsPage::save);
     connect(m_send, &QPushButton::clicked, this, [this] { emit sentToScanner(m_code); });
 }
@@ -201,7 +209,8 @@ void BillsPage::fillDocuments()
         if (const auto contract = legal ? m_billing.account(payer(), number()) : std::nullopt) {
             for (const BillingDocument &document : contract->documents)
                 m_document->addItem(
-                    tr("%1 — %2 ₽").arg(document.number, BillHtml::money(document.topay)),
+                    tr("%1 — %2 ₽")
+                        .arg(shownCell(document.number), BillHtml::money(document.topay)),
                     document.number);
         }
         const int sample = m_document->findData(m_account->currentData(sampleDocumentRole));
@@ -258,13 +267,14 @@ void BillsPage::refresh()
                            "сумму кассиру придётся набрать.")
                             .arg(pluginSeparator, separator));
     }
-    m_problems->setText(problems.join(QLatin1Char('\n')));
+    m_problems->setText(shownReason(problems.join(QLatin1Char('\n'))));
     m_problems->setVisible(!problems.isEmpty());
-    m_text->setPlainText(m_code.isEmpty() ? QString() : code.toText(encoding()));
+    m_codeText = m_code.isEmpty() ? QString() : code.toText(encoding());
+    m_text->setPlainText(m_codeText);
     m_writer = std::make_unique<BillWriter>(*bill, m_code);
-    m_fileName = bill->isLegal() ? tr("счёт-%1-%2").arg(bill->number(), bill->documentNumber())
-                                 : tr("квитанция-%1").arg(bill->number());
-    m_fileName.replace(QLatin1Char('/'), QLatin1Char('-'));
+    m_fileName = bill->isLegal()
+        ? tr("счёт-%1-%2").arg(inFileName(bill->number()), inFileName(bill->documentNumber()))
+        : tr("квитанция-%1").arg(inFileName(bill->number()));
     m_preview->setBill(m_writer->picture(previewDots));
     for (QPushButton *button : {m_copy, m_send, m_save})
         button->setEnabled(!m_code.isEmpty());
@@ -274,9 +284,10 @@ void BillsPage::showNothing(const QString &reason)
 {
     m_writer.reset();
     m_code.clear();
+    m_codeText.clear();
     m_text->clear();
     m_problems->hide();
-    m_preview->setNote(reason);
+    m_preview->setNote(shownReason(reason));
     for (QPushButton *button : {m_copy, m_send, m_save})
         button->setEnabled(false);
 }
@@ -294,5 +305,5 @@ void BillsPage::save()
         file += filter == pdf ? QStringLiteral(".pdf") : QStringLiteral(".png");
     QString error;
     if (!m_writer->save(file, &error))
-        QMessageBox::warning(this, tr("Квитанция не сохранена"), error);
+        showWarning(this, tr("Квитанция не сохранена"), error);
 }

@@ -58,6 +58,8 @@ private:
     BillingDatabase &m_billing;
     std::unique_ptr<BillWriter> m_writer;
     QByteArray m_code;
+    /// Kept beside the viewer, which would turn special blanks into ordinary ones.
+    QString m_codeText;
     QString m_fileName;
 
     QComboBox *m_account;

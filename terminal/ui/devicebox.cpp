@@ -1,11 +1,12 @@
 #include "devicebox.h"
 
+#include "shownreason.h"
+
 #include <devices/devicecontrol.h>
 
 #include <QEvent>
 #include <QLabel>
 #include <QListWidget>
-#include <QMessageBox>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -97,7 +98,7 @@ void DeviceBox::choose(int row)
         return;
     const QString error = m_control.error();
     follow();
-    QMessageBox::warning(this, title(), error);
+    showWarning(this, title(), error);
 }
 
 void DeviceBox::follow()
@@ -119,5 +120,5 @@ void DeviceBox::follow()
         m_effect->setText(tr("Биллинг работает за сервером сообщений, его состояния отсюда не "
                              "меняются."));
     else
-        m_effect->setText(state ? state->effect : key);
+        m_effect->setText(state ? state->effect : shownReason(key));
 }

@@ -1,6 +1,7 @@
 #include "devicespage.h"
 
 #include "devicebox.h"
+#include "shownreason.h"
 
 #include <devices/devicecontrol.h>
 
@@ -14,7 +15,6 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QTableWidget>
@@ -71,7 +71,7 @@ DevicesPage::DevicesPage(DeviceControl &control, QWidget *parent)
 
     connect(reset, &QPushButton::clicked, this, [this] {
         if (!m_control.reset())
-            QMessageBox::warning(this, tr("Устройства"), m_control.error());
+            showWarning(this, tr("Устройства"), m_control.error());
     });
     connect(&control, &DeviceControl::changed, this, &DevicesPage::follow);
     connect(PosActivity::instance(), &PosActivity::busyChanged, this, &DevicesPage::showBusy);
@@ -107,7 +107,7 @@ DeviceBox *DevicesPage::makeCard()
             return;
         const QString error = m_control.error();
         follow();
-        QMessageBox::warning(this, tr("Устройства"), error);
+        showWarning(this, tr("Устройства"), error);
     });
     return box;
 }

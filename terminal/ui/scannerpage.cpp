@@ -29,6 +29,21 @@ namespace {
 constexpr Qt::Key triggerKey = Qt::Key_F9;
 constexpr int burstPause = 400; // milliseconds
 
+/// Bytes in UTF-8: the biggest code holds so many digits, or 2953 bytes, which are Russian letters
+/// of two bytes each in UTF-8 at most.
+constexpr int longestText = 7089;
+
+bool tooLong(const QString &text)
+{
+    return text.size() > longestText || text.toUtf8().size() > longestText;
+}
+
+QString tooLongText()
+{
+    return ScannerPage::tr("Текст длиннее, чем вмещает код, и не взят. Скопируйте и вставьте "
+                           "только текст кода.");
+}
+
 QVector<QImage> grabScreens()
 {
     QVector<QImage> pictures;
@@ -249,6 +264,8 @@ void ScannerPage::readClipboard()
         readFile(file);
     else if (content && content->hasImage())
         readPictures({QGuiApplication::clipboard()->image()});
+    else if (content && tooLong(content->text()))
+        showCodes({}, tooLongText());
     else if (content && !content->text().isEmpty())
         setCode(content->text().toUtf8());
     else
@@ -316,7 +333,17 @@ void ScannerPage::showCode(int index)
 
 void ScannerPage::takeEditedText()
 {
-    m_typedText = m_text->toPlainText();
+    const QString edited = m_text->toPlainText();
+    if (tooLong(edited)) {
+        // The editor would be busy with it for seconds at every key.
+        const QSignalBlocker quiet(m_text);
+        m_text->setPlainText(m_typedText);
+        m_status->setText(tooLongText());
+        return;
+    }
+    m_typedText = edited;
+    if (m_status->text() == tooLongText())
+        m_status->clear();
     const ReadCode first = PaymentCodeReader::read(m_typedText.toUtf8());
     // A typed text has no bytes of its own yet: read it in the encoding it promises.
     const CodeEncoding encoding = first.declared.value_or(CodeEncoding::Utf8);

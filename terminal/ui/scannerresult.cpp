@@ -3,6 +3,8 @@
 #include <bills/billhtml.h>
 #include <bills/paymentcoderules.h>
 
+#include <text/showntext.h>
+
 #include <QHeaderView>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -13,8 +15,8 @@ namespace {
 
 QTableWidgetItem *item(const QString &text)
 {
-    auto *result = new QTableWidgetItem(text);
-    result->setToolTip(text.toHtmlEscaped());
+    auto *result = new QTableWidgetItem(shownCell(text));
+    result->setToolTip(shownReason(text).toHtmlEscaped());
     return result;
 }
 
@@ -81,13 +83,16 @@ void ScannerResult::setCode(const ReadCode &code, const QString &format)
         m_fields->setItem(row, 1, item(PaymentCodeRules::title(field.name)));
         m_fields->setItem(row, 2, item(shownValue(field)));
     }
-    m_warnings->setPlainText(code.warnings.join(QLatin1Char('\n')));
+    QStringList warnings;
+    for (const QString &warning : code.warnings)
+        warnings.append(shownReason(warning));
+    m_warnings->setPlainText(warnings.join(QLatin1Char('\n')));
     m_warnings->setVisible(!code.warnings.isEmpty());
 }
 
 void ScannerResult::setNote(const QString &note)
 {
-    m_summary->setText(note);
+    m_summary->setText(shownReason(note));
     m_fields->setRowCount(0);
     m_warnings->clear();
     m_warnings->hide();

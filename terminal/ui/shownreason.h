@@ -1,19 +1,8 @@
 #pragma once
 
-#include <QString>
+#include <text/showntext.h>
 
 class QWidget;
-
-/// A reason given by billing, the bus or a file, as it is put on screen: bounded, so that a label
-/// or a box with it fits, and without characters that turn the text around or break it up. An
-/// ordinary text comes back unchanged; what is stored stays as it came.
-QString shownReason(const QString &text);
-
-/// The same for a cell of a table: one line, of which no cell shows more than the beginning.
-QString shownCell(const QString &text);
-
-/// The same for a long text that is only read, such as a pack: every line of it bounded.
-QString shownLines(const QString &text);
 
 /// A warning in a modal box. `text` is never taken for markup and is bounded as shownReason() does.
 void showWarning(QWidget *parent, const QString &title, const QString &text);

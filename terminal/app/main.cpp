@@ -57,8 +57,12 @@ bool needsNoScreen(int argc, char *argv[])
 int cannotStart(const QString &error)
 {
     std::fprintf(stderr, "%s\n", qUtf8Printable(error));
-    if (hasScreen())
-        QMessageBox::critical(nullptr, QStringLiteral("Рабочее место не открылось"), error);
+    if (hasScreen()) {
+        QMessageBox box(QMessageBox::Critical, QStringLiteral("Рабочее место не открылось"), error);
+        // The name of a folder is no markup.
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
+    }
     return CannotStart;
 }
 

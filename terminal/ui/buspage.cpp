@@ -3,6 +3,7 @@
 #include "busfilter.h"
 #include "busmodel.h"
 #include "longwork.h"
+#include "shownreason.h"
 
 #include <bus/busjournal.h>
 #include <bus/messagebus.h>
@@ -21,7 +22,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSaveFile>
@@ -376,10 +376,10 @@ void BusPage::save(const QString &title, const QString &proposal,
             error = file.errorString();
         return good;
     };
-    const bool written = LongWork::run(
-        this, title, tr("Пишется файл «%1».").arg(QFileInfo(name).fileName()), write);
+    const bool written =
+        LongWork::run(this, title, tr("Пишется файл «%1».").arg(QFileInfo(name).fileName()), write);
     if (!written && !error.isEmpty())
-        QMessageBox::warning(this, title,
-                             tr("Файл «%1» записать не удалось: %2. Выберите другую папку.")
-                                 .arg(QDir::toNativeSeparators(name), error));
+        showWarning(this, title,
+                    tr("Файл «%1» записать не удалось: %2. Выберите другую папку.")
+                        .arg(QDir::toNativeSeparators(name), error));
 }

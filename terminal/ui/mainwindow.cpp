@@ -150,7 +150,7 @@ void MainWindow::makeMenu()
     connect(shift, &QAction::triggered, this, [this] {
         QString error;
         if (!m_context.fiscalRegister().closeShift(error))
-            QMessageBox::warning(this, tr("Смена не закрыта"), error);
+            showWarning(this, tr("Смена не закрыта"), error);
         showRegister();
     });
     work->addSeparator();

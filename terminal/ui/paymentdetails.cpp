@@ -15,7 +15,6 @@
 #include <QFont>
 #include <QJsonDocument>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -160,7 +159,7 @@ void PaymentDetails::saveReceipt()
     const ReceiptFile receipt(m_text->toPlainText(), m_qr,
                               tr("Чек ФД %1").arg(m_payment.fiscalDocument));
     if (!receipt.save(file, &error))
-        QMessageBox::warning(this, tr("Чек не сохранён"), error);
+        showWarning(this, tr("Чек не сохранён"), error);
 }
 
 void PaymentDetails::savePack()
@@ -174,5 +173,5 @@ void PaymentDetails::savePack()
         file += QStringLiteral(".json");
     QString error;
     if (!ReceiptFile::write(file, m_packJson, &error))
-        QMessageBox::warning(this, tr("Пачка не сохранена"), error);
+        showWarning(this, tr("Пачка не сохранена"), error);
 }

@@ -1,6 +1,7 @@
 #include "devicealert.h"
 
 #include <devices/devicecontrol.h>
+#include <text/showntext.h>
 
 #include <molvacore/posactivity.h>
 
@@ -43,9 +44,11 @@ void DeviceAlert::follow()
     for (const Device device : {Device::Card, Device::Billing}) {
         if (m_control.isFaulty(device))
             texts.append(QStringLiteral("%1: %2").arg(DeviceStates::word(device),
-                                                      m_control.stateTitle(device)));
+                                                      shownCell(m_control.stateTitle(device))));
     }
     setText(texts.join(QStringLiteral(" · ")));
-    setToolTip(tr("Имитация сбоя, F7 — устройства:\n%1").arg(texts.join(QLatin1Char('\n'))));
+    setToolTip(tr("Имитация сбоя, F7 — устройства:\n%1")
+                   .arg(texts.join(QLatin1Char('\n')))
+                   .toHtmlEscaped());
     setVisible(!texts.isEmpty());
 }

@@ -37,6 +37,8 @@ DeviceBox::DeviceBox(DeviceControl &control, Device device, QWidget *parent)
     m_effect->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     // The longest text has room, so the lists do not jump from state to state.
     m_effect->setMinimumHeight(4 * m_effect->fontMetrics().lineSpacing());
+    // A state that nobody knows must not widen the window.
+    m_effect->setMinimumWidth(1);
     m_layout->addWidget(m_list, 1);
     m_layout->addWidget(m_effect);
     fill();

@@ -32,6 +32,7 @@ bool readPack(const QJsonObject &body, BusPacks::Pack *pack)
         if (!readInteger(payment.toObject().value(QStringLiteral("summ")), &sum))
             return false;
         pack->amount += sum;
+        pack->sums.append(sum);
     }
     for (const QJsonValue &operation : operations) {
         const QJsonObject each = operation.toObject();
@@ -56,7 +57,17 @@ bool readPack(const QJsonObject &body, BusPacks::Pack *pack)
 
 bool BusPacks::Pack::operator==(const Pack &other) const
 {
-    return id == other.id && amount == other.amount && cash == other.cash && card == other.card;
+    return id == other.id && amount == other.amount && cash == other.cash && card == other.card
+        && sums == other.sums;
+}
+
+QVector<qint64> BusPacks::sumsOf(const QVariantMap &pack)
+{
+    QVector<qint64> sums;
+    const QVariantList payments = pack.value(QStringLiteral("payments")).toList();
+    for (const QVariant &payment : payments)
+        sums.append(payment.toMap().value(QStringLiteral("summ")).toLongLong());
+    return sums;
 }
 
 qint64 BusPacks::moment(const BusJournal &journal)

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <QVariantMap>
 #include <QVector>
 #include <QtGlobal>
 
@@ -22,6 +23,7 @@ public:
         qint64 amount = 0; ///< of its payments
         qint64 cash = 0;   ///< of its operations, as is the card's part
         qint64 card = 0;
+        QVector<qint64> sums = {}; ///< of its payments, one by one
 
         bool operator==(const Pack &other) const;
     };
@@ -29,6 +31,9 @@ public:
     /// The moment that since() takes: the number of the newest message.
     static qint64 moment(const BusJournal &journal);
     static BusPacks since(const BusJournal &journal, qint64 moment);
+
+    /// What a pack's payments amount to, one by one.
+    static QVector<qint64> sumsOf(const QVariantMap &pack);
 
     /// In the order in which they crossed first.
     const QVector<Pack> &packs() const { return m_packs; }

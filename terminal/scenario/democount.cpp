@@ -83,6 +83,12 @@ void DemoVerdict::compareWithBus(TerminalContext &context, qint64 busMoment)
     expect(QStringLiteral("сумма пачки на шине"), m_amount, pack->amount);
     expect(QStringLiteral("наличными в пачке на шине"), m_cash, pack->cash);
     expect(QStringLiteral("картой в пачке на шине"), m_card, pack->card);
+    const QVector<qint64> stored =
+        BusPacks::sumsOf(context.payments().pack(m_packId).value_or(QVariantMap()));
+    expect(QStringLiteral("платежей в пачке на шине"), stored.size(), pack->sums.size());
+    for (int i = 0; i < qMin(stored.size(), pack->sums.size()); ++i)
+        expect(QStringLiteral("платёж %1 в пачке на шине").arg(i + 1), stored.at(i),
+               pack->sums.at(i));
 }
 
 QJsonObject DemoVerdict::summary() const

@@ -37,8 +37,15 @@ BusPacks::Pack partsOf(const PaymentRecord &record)
 
 QString textOf(const BusPacks::Pack &pack)
 {
-    return QStringLiteral("%1 = %2 наличными + %3 картой")
-        .arg(Roubles::text(pack.amount), Roubles::text(pack.cash), Roubles::text(pack.card));
+    const QString parts =
+        QStringLiteral("%1 = %2 наличными + %3 картой")
+            .arg(Roubles::text(pack.amount), Roubles::text(pack.cash), Roubles::text(pack.card));
+    if (pack.sums.size() < 2)
+        return parts;
+    QStringList sums;
+    for (const qint64 sum : pack.sums)
+        sums.append(Roubles::text(sum));
+    return QStringLiteral("%1 (платежи %2)").arg(parts, sums.join(QStringLiteral(" и ")));
 }
 
 } // namespace
@@ -170,7 +177,8 @@ QStringList ScenarioChecks::busDisagreements(const BusPacks &bus)
             wrong.append(QStringLiteral("Пачка № %1 есть на шине, в хранилище её нет.").arg(id));
             continue;
         }
-        const BusPacks::Pack same = partsOf(*stored);
+        BusPacks::Pack same = partsOf(*stored);
+        same.sums = BusPacks::sumsOf(m_context.payments().pack(pack.id).value_or(QVariantMap()));
         if (!(pack == same))
             wrong.append(QStringLiteral("Пачка № %1 на шине %2, в хранилище %3.")
                              .arg(id, textOf(pack), textOf(same)));

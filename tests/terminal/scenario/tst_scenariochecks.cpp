@@ -198,6 +198,49 @@ private slots:
         QCOMPARE(m_checks->disagreements(1250, {}, false).contains(onBus), added == 1);
     }
 
+    void aKopeckMovedBetweenPaymentsIsNamed_data()
+    {
+        QTest::addColumn<int>("moved");
+        QTest::newRow("as stored") << 0;
+        QTest::newRow("a kopeck") << 1;
+    }
+
+    void aKopeckMovedBetweenPaymentsIsNamed()
+    {
+        QFETCH(int, moved);
+        const auto packOf = [this](qint64 first, qint64 second, const PayPack &base) {
+            PayPack pack = base;
+            QList<Payment> payments;
+            for (const qint64 sum : {first, second}) {
+                Payment payment;
+                payment.setProviderData(m_context->providers().constFirst(), true);
+                payment.setAccount(SampleNumber::ORDINARY);
+                payment.setSumm(basix::FixNumber(100, sum));
+                payments.append(payment);
+            }
+            pack.setPayments(payments);
+            pack.setOperations({});
+            pack.addCashOperations(basix::FixNumber(100, first + second),
+                                   m_context->box().currency());
+            return pack;
+        };
+        const PayPack saved = packOf(1000, 250, PayPack());
+        QVERIFY(m_context->paysController().savePack(saved, true));
+        m_context->bus().sendMessage(
+            Outbox::PACK_DESTINATION,
+            PayPack::packToFullMap(packOf(1000 + moved, 250 - moved, saved)));
+        const QStringList sums{QStringLiteral("12,50"), QStringLiteral("0"),
+                               QStringLiteral("12,50"), QStringLiteral("12,50"),
+                               QStringLiteral("0")};
+        const QStringList found = m_checks->disagreements(1250, sums, false);
+        QCOMPARE(found.size(), moved);
+        if (moved > 0)
+            QVERIFY2(found.constFirst().endsWith(
+                         QStringLiteral("(платежи 10,01 и 2,49), в хранилище 12,50 = 12,50 "
+                                        "наличными + 0,00 картой (платежи 10,00 и 2,50).")),
+                     qPrintable(found.constFirst()));
+    }
+
     void aPostedPackThatNeverCrossedIsNamed()
     {
         savePack();

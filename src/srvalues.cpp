@@ -24,9 +24,11 @@ bool isWrittenMoney(const QString &text)
 {
     constexpr int decimals = 2;
     constexpr int longestWhole = 15;
+    if (text.size() <= decimals + 1)
+        return false;
     const QChar *at = text.constData();
     const QChar *const point = at + text.size() - decimals - 1;
-    const bool negative = at < point && *at == QLatin1Char('-');
+    const bool negative = *at == QLatin1Char('-');
     if (negative)
         ++at;
     const auto whole = point - at;

@@ -162,6 +162,9 @@ void SrIPaymentPage::payByCard()
         const bool ready = terminal->init(reason);
         if (ready && isOver()) {
             delete terminal.data();
+            // The cashier may come back to a page that was only left.
+            if (self)
+                m_ui->pbCard->setEnabled(!m_unsavedPack);
             return;
         }
         if (ready) {

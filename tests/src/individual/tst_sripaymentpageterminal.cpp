@@ -47,6 +47,7 @@ private slots:
     void readyTerminalCharges();
     void wizardDestroyed();
     void wizardClosed();
+    void pageLeft();
 
 private:
     std::unique_ptr<WizardBench> m_bench;
@@ -92,6 +93,16 @@ void TestSrIPaymentPageTerminal::wizardClosed()
     m_bench->paymentPage()->payByCard();
     QVERIFY(!m_bench->wizard()->isVisible());
     QCOMPARE(payCalls, 0);
+}
+
+void TestSrIPaymentPageTerminal::pageLeft()
+{
+    whileGettingReady = [this] { m_bench->wizard()->back(); };
+    m_bench->paymentPage()->payByCard();
+    QVERIFY(!m_bench->paymentPage()->isVisible());
+    QCOMPARE(payCalls, 0);
+    QVERIFY(
+        m_bench->paymentPage()->findChild<QPushButton *>(QStringLiteral("pbCard"))->isEnabled());
 }
 
 QTEST_MAIN(TestSrIPaymentPageTerminal)

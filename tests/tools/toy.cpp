@@ -1,5 +1,9 @@
 // What the self-test of the mutation script changes. Each function's comment says what must become
 // of its mutants.
+#include "toy.h"
+
+#include <vector>
+
 int toyCalls = 0;
 
 void toyNote()
@@ -38,4 +42,11 @@ int toyDouble(int value)
 int toyUnused()
 {
     return 7;
+}
+
+// No mutant changes how much memory is set aside.
+std::size_t toyRoom(std::vector<int> &values)
+{
+    values.reserve(values.size() + 3);
+    return values.size();
 }

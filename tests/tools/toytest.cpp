@@ -1,14 +1,18 @@
 // A test program of the toy that answers as a test of the tree does.
+#include "toy.h"
+
 #include <cstdio>
 #include <cstring>
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 bool toyAbove(int a, int b);
 bool toyEither(bool a, bool b);
 int toyCapped(int value);
 int toyDouble(int value);
+std::size_t toyRoom(std::vector<int> &values);
 
 int main(int argc, char **argv)
 {
@@ -20,6 +24,12 @@ int main(int argc, char **argv)
          }},
         {"capped", [] { return toyCapped(20) == 10 && toyCapped(4) == 4; }},
         {"doubled", [] { return toyDouble(3) == 6; }},
+        {"inlined", [] { return toyInline() == 5; }},
+        {"room",
+         [] {
+             std::vector<int> values{1, 2};
+             return toyRoom(values) == 2;
+         }},
     };
     bool passed = true;
     std::puts("********* Start testing of Toy *********");

@@ -41,6 +41,10 @@ EXPECTED = {
     ("toyNote", "call", "++toyCalls", "removed"): "survived",
     ("toyNote", "arithmetic", "++toyCalls", "--"): "survived",
     ("", "number", "0", "one more"): "survived",
+    ("toyInline", "number", "5", "one more"): "killed",
+    ("toyInline", "number", "5", "one less"): "killed",
+    ("toyInline", "return", "return 5", "return {}"): "killed",
+    ("toyRoom", "return", "return values.size()", "return {}"): "killed",
 }
 
 
@@ -64,11 +68,19 @@ def main():
     assert keys == set(expected), "made up: %s, overlooked: %s" % (keys - set(expected), set(expected) - keys)
 
     runtime = os.path.join(tools, "runtime")
-    with open(toy, "rb") as stream:
-        written = rewrite.Rewritten(stream.read(), finder.all(), lambda s: ids[id(s)], b'#include "mutation.h"\n')
-    changed, program = os.path.join(work, "toy_changed.cpp"), os.path.join(work, "toy")
-    with open(changed, "wb") as stream:
-        stream.write(written.text)
+
+    def changed_copy(name):
+        with open(os.path.join(sources, name), "rb") as stream:
+            of_file = [site for site in finder.all() if site.file == os.path.join(os.path.realpath(sources), name)]
+            text = rewrite.Rewritten(stream.read(), of_file, lambda s: ids[id(s)], b'#include "mutation.h"\n')
+        with open(os.path.join(work, name), "wb") as stream:
+            stream.write(text.text)
+        return text
+
+    # The copy of the source takes the header beside it, the test program the one that nobody changed.
+    changed_copy("toy.h")
+    written = changed_copy("toy.cpp")
+    changed, program = os.path.join(work, "toy.cpp"), os.path.join(work, "toy")
     subprocess.run([*compiler, "-std=c++17", "-fPIC", "-I", runtime, "-DSELMAR_MUTANT_COUNT=100", changed,
                     os.path.join(runtime, "mutation.cpp"), os.path.join(sources, "toytest.cpp"), "-lQt5Core", "-ldl", "-o", program],
                    check=True)
@@ -80,7 +92,7 @@ def main():
 
     runner = campaign.Runner({"toy": ([program], {}, ["unit"])})
     recorded = campaign.record(runner, 1, lambda text: None)
-    assert set(recorded["toy"][1]) == {"above", "either", "capped", "doubled"}, recorded
+    assert set(recorded["toy"][1]) == {"above", "either", "capped", "doubled", "inlined", "room"}, recorded
     results = os.path.join(work, "results.jsonl")
     if os.path.exists(results):
         os.remove(results)

@@ -1,7 +1,7 @@
 """Writes a source anew so that it holds all of its mutants, and remembers which part of the result is which site's."""
 
 # Of sites with the same extent the first of these goes around the others.
-OUTER_FIRST = ["call", "return", "condition", "logic", "comparison", "arithmetic", "string", "constant", "number"]
+OUTER_FIRST = ["kept", "call", "return", "condition", "logic", "comparison", "arithmetic", "string", "constant", "number"]
 
 
 class Rewritten:

@@ -122,6 +122,11 @@ class Finder:
             self._look(cursor, parent, context, file, start, end)
 
         children = list(cursor.get_children())
+        if kind in FUNCTIONS:
+            self._keep(cursor, children, context, file, start)
+        if kind == K.CALL_EXPR and cursor.spelling == "reserve":
+            # With more or less memory set aside beforehand the same comes out.
+            return
         if kind == K.CASE_STMT:
             children = children[1:]
         if kind == K.VAR_DECL:
@@ -150,6 +155,13 @@ class Finder:
             return
         self.sites[key] = Site(file, start, end, kind, mutants, prefix, suffix, operator,
                                self.texts[file].count(b"\n", 0, start) + 1, context.function, " ".join(text.split()))
+
+    def _keep(self, cursor, children, context, file, start):
+        """No mutant: an inline function of a header is compiled also where only tests call it, for them to meet its mutants."""
+        template = cursor.kind == K.FUNCTION_TEMPLATE or cursor.semantic_parent.kind == K.CLASS_TEMPLATE
+        from_macro = any(first == start for first, _ in self._macros.get(file, {}))
+        if file.endswith(".h") and not template and not from_macro and any(c.kind == K.COMPOUND_STMT for c in children):
+            self._add(context, file, start, cursor.extent.end.offset, "kept", [], "__attribute__((used)) ", "")
 
     def _whole_macro(self, cursor, parent, context, file, start, end, macro):
         if macro == "QStringLiteral":
@@ -213,8 +225,7 @@ class Finder:
 
     def _statement(self, cursor, context, file, start, end):
         text = self.texts[file][start:end]
-        # Without memory set aside beforehand the same comes out.
-        if text in (b"", b";") or re.search(rb"\breserve\([^;]*\)$", text):
+        if text in (b"", b";") or cursor.kind == K.CALL_EXPR and cursor.spelling == "reserve":
             return
         self._add(context, file, start, end, "call", ["removed"], "(mutation::on({0}) ? void() : void(", "))")
 

@@ -17,7 +17,8 @@ bool BusFilter::filterAcceptsRow(int row, const QModelIndex &) const
     if (!model || m_text.isEmpty())
         return true;
     const BusMessage &message = model->entry(row).message;
-    if (message.address.contains(m_text, Qt::CaseInsensitive) || message.body.bytes().contains(m_bytes))
+    if (message.address.contains(m_text, Qt::CaseInsensitive)
+        || message.body.bytes().contains(m_bytes))
         return true;
     for (auto it = message.headers.cbegin(); it != message.headers.cend(); ++it) {
         if (it.value().toString().contains(m_text, Qt::CaseInsensitive))

@@ -70,6 +70,8 @@ bool wait(QWidget *parent, const QString &title, const QString &text, Shared &sh
         ended = shared.ended.tryAcquire();
         if (ended)
             loop.quit();
+        else if (shared.stopped && stopping == LongWork::Stopping::Waits && dialog.isHidden())
+            dialog.show(); // closed by its frame, which hides it after the signal
         bar->setRange(0, shared.total);
         bar->setValue(shared.done);
     });

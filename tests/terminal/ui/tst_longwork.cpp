@@ -97,6 +97,27 @@ private slots:
         QCOMPARE(answers.problems(), QStringList());
     }
 
+    void staysInSightUntilTheWorkHasEnded()
+    {
+        QSemaphore seen;
+        ModalAnswers answers;
+        bool shownAgain = false;
+        answers.run([&](QDialog *dialog) {
+            // As the button of its frame does, which hides any other dialog.
+            dialog->close();
+            shownAgain = QTest::qWaitFor([dialog] { return dialog->isVisible(); });
+            seen.release();
+        });
+        QVERIFY(!run([&seen](const LongWork::Step &step) {
+            while (step(0, 0))
+                QThread::yieldCurrentThread();
+            seen.acquire();
+            return false;
+        }));
+        QVERIFY(shownAgain);
+        QCOMPARE(answers.problems(), QStringList());
+    }
+
     void whatWasDoneWholeAllTheSameIsDone()
     {
         ModalAnswers answers;

@@ -14,6 +14,7 @@
 #include <scenario/scenariorun.h>
 #include <ui/mainwindow.h>
 #include <ui/recoverydialog.h>
+#include <ui/storereading.h>
 #include <ui/storeupgrade.h>
 
 #include <QApplication>
@@ -74,7 +75,8 @@ int withoutPlugin(const PluginHost &host)
 
 bool bringUpToDate(const QString &dataFolder, QString *error)
 {
-    return StoreUpgrade::run(TerminalContext::paymentsFile(dataFolder), PaymentRows::schema(),
+    return StoreReading::run(TerminalContext::storeFiles(dataFolder), error)
+        && StoreUpgrade::run(TerminalContext::paymentsFile(dataFolder), PaymentRows::schema(),
                              error);
 }
 

@@ -23,6 +23,21 @@ QString fileIn(const QString &folder, const char *name)
     return QDir(folder).filePath(QLatin1String(name));
 }
 
+QString billingFile(const QString &folder)
+{
+    return fileIn(folder, "billing.sqlite");
+}
+
+QString fiscalFile(const QString &folder)
+{
+    return fileIn(folder, "fiscal.sqlite");
+}
+
+QString chargesFile(const QString &folder)
+{
+    return fileIn(folder, "charges.sqlite");
+}
+
 } // namespace
 
 std::unique_ptr<TerminalContext> TerminalContext::open(const QString &dataFolder, QString *error,
@@ -53,9 +68,9 @@ std::unique_ptr<TerminalContext> TerminalContext::open(const QString &dataFolder
     context->m_busJournal.follow(context->bus());
     context->m_register = std::make_unique<EmulatedRegister>(context->m_fiscalJournal);
     const bool own = context->billingIsOwn();
-    context->m_devices = std::make_unique<DeviceControl>(
-        *context->m_register, own ? &context->m_billingService : nullptr,
-        own ? &context->m_ownBus : nullptr);
+    context->m_devices = std::make_unique<DeviceControl>(*context->m_register,
+                                                         own ? &context->m_billingService : nullptr,
+                                                         own ? &context->m_ownBus : nullptr);
     if (!context->m_devices->reset()) {
         *error = context->m_devices->error();
         return nullptr;
@@ -111,13 +126,19 @@ QString TerminalContext::paymentsFile(const QString &dataFolder)
     return fileIn(dataFolder, "payments.sqlite");
 }
 
+QStringList TerminalContext::storeFiles(const QString &dataFolder)
+{
+    return {billingFile(dataFolder), fiscalFile(dataFolder), paymentsFile(dataFolder),
+            chargesFile(dataFolder)};
+}
+
 bool TerminalContext::openStores(QString *error)
 {
-    if (!m_billing.open(fileIn(m_dataFolder, "billing.sqlite"))) {
+    if (!m_billing.open(billingFile(m_dataFolder))) {
         *error = m_billing.lastError();
         return false;
     }
-    if (!m_fiscalJournal.open(fileIn(m_dataFolder, "fiscal.sqlite"))) {
+    if (!m_fiscalJournal.open(fiscalFile(m_dataFolder))) {
         *error = m_fiscalJournal.lastError();
         return false;
     }
@@ -125,7 +146,7 @@ bool TerminalContext::openStores(QString *error)
         *error = m_payments.lastError();
         return false;
     }
-    if (!m_charges.open(fileIn(m_dataFolder, "charges.sqlite"))) {
+    if (!m_charges.open(chargesFile(m_dataFolder))) {
         *error = m_charges.lastError();
         return false;
     }

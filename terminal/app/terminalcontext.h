@@ -20,6 +20,7 @@
 #include <QLockFile>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include <functional>
@@ -51,6 +52,8 @@ public:
                                                  const Preparation &prepare = Preparation());
     /// Where a data folder keeps its pay packs.
     static QString paymentsFile(const QString &dataFolder);
+    /// Every store of a data folder that grows with the payments, in the order of opening.
+    static QStringList storeFiles(const QString &dataFolder);
     ~TerminalContext() override;
 
     /// Loads the plugin and wires it to this workstation. False: see pluginHost() for the reason.

@@ -48,6 +48,22 @@ class TestTerminalContext : public QObject
     Q_OBJECT
 
 private slots:
+    void storesAreNamed()
+    {
+        QTemporaryDir folder;
+        QVERIFY(opened(folder));
+        QStringList expected;
+        const QDir data(folder.path());
+        for (const QString &file : data.entryList({QStringLiteral("*.sqlite")})) {
+            // The host's own does not grow with the payments.
+            if (file != QLatin1String("host.sqlite"))
+                expected.append(data.absoluteFilePath(file));
+        }
+        QStringList stores = TerminalContext::storeFiles(folder.path());
+        stores.sort();
+        QCOMPARE(stores, expected);
+    }
+
     void newFolderIsFilledWithAWorkstation()
     {
         QTemporaryDir folder;

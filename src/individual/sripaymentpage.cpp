@@ -99,7 +99,6 @@ std::optional<basix::FixNumber> SrIPaymentPage::askCardAmount()
     const QPointer<QInputDialog> dialog = new QInputDialog(this);
     dialog->setWindowTitle(tr("Payment by card"));
     dialog->setLabelText(tr("Introduction"));
-    dialog->setInputMode(QInputDialog::DoubleInput);
     dialog->setDoubleDecimals(2);
     dialog->setDoubleRange(0.0, amount);
     dialog->setDoubleValue(amount);
@@ -146,8 +145,8 @@ void SrIPaymentPage::payByCard()
     QCoreApplication::processEvents();
     // Nor may a card be charged for a payment that was closed or finished meanwhile, or whose
     // receipt was printed.
-    const auto isOver = [this, self, wasShown] {
-        return !self || isVisible() != wasShown || m_unsavedPack.has_value();
+    const auto isOver = [self, wasShown] {
+        return !self || self->isVisible() != wasShown || self->m_unsavedPack.has_value();
     };
     if (!amount || isOver())
         return;
@@ -164,7 +163,7 @@ void SrIPaymentPage::payByCard()
             delete terminal.data();
             // The cashier may come back to a page that was only left.
             if (self)
-                m_ui->pbCard->setEnabled(!m_unsavedPack);
+                self->m_ui->pbCard->setEnabled(!self->m_unsavedPack);
             return;
         }
         if (ready) {
@@ -176,12 +175,12 @@ void SrIPaymentPage::payByCard()
     if (!self)
         return;
     if (charged) {
-        cardCharged(*amount);
+        self->cardCharged(*amount);
         return;
     }
-    SrMessageBox::showError(this, tr("Payment by card"), error);
+    SrMessageBox::showError(self, tr("Payment by card"), error);
     if (self)
-        m_ui->pbCard->setEnabled(true);
+        self->m_ui->pbCard->setEnabled(true);
 }
 
 void SrIPaymentPage::cardCharged(const basix::FixNumber &amount)
@@ -221,10 +220,8 @@ bool SrIPaymentPage::eventFilter(QObject *watched, QEvent *event)
         // shown writes its value anew: "1" becomes "1.00" under the cashier's hands, and hundredths
         // could not be typed at all.
         return event->type() == QEvent::Show;
-    if (event->type() == QEvent::KeyPress
-        && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel))
-        return true;
-    return QWizardPage::eventFilter(watched, event);
+    return event->type() == QEvent::KeyPress
+        && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel);
 }
 
 bool SrIPaymentPage::validatePage()
@@ -255,11 +252,8 @@ bool SrIPaymentPage::validatePage()
     }
     owner->setEnabled(true);
     const bool finished = m_unsavedPack && saveAndPost(context);
-    // The framework closes a wizard whose last page is done; one that was destroyed behind a
-    // message box is closed already.
-    if (!self)
-        return false;
-    if (!finished && focus)
+    // Disabling the wizard took the focus away; the field that had it may be gone by now.
+    if (focus)
         focus->setFocus();
     return finished;
 }
@@ -291,22 +285,22 @@ std::optional<PayPack> SrIPaymentPage::print(const SrWizardContext &context,
     const bool printed = context.fiscalRegister
         && context.fiscalRegister->doReceipt(document, number, result, error);
     if (self) {
-        m_printed = result;
-        wizard()->setEnabled(true);
+        self->m_printed = result;
+        self->wizard()->setEnabled(true);
     }
     if (!printed) {
         qWarning() << Q_FUNC_INFO << logvariant(document);
         if (self)
-            showMsg(MsgError, error);
+            self->showMsg(MsgError, error);
         if (self)
-            showMsg(MsgError, tr("Ошибка сохранения платежа"));
+            self->showMsg(MsgError, tr("Ошибка сохранения платежа"));
         return std::nullopt;
     }
 
     // A printed receipt cannot be taken back, so neither can what it says.
     if (self) {
-        lockWizard();
-        m_ui->groupBox_2->setEnabled(false);
+        self->lockWizard();
+        self->m_ui->groupBox_2->setEnabled(false);
     }
     const QVariantList fiscalProperties = result.value(QStringLiteral("fiscprops")).toList();
     PayPack pack =
@@ -327,24 +321,28 @@ bool SrIPaymentPage::saveAndPost(const SrWizardContext &context)
     if (!self)
         return false;
     if (!saved) {
-        showMsg(MsgError, tr("Ошибка сохранения платежа"));
+        self->showMsg(MsgError, tr("Ошибка сохранения платежа"));
         return false;
     }
-    m_unsavedPack.reset();
+    self->m_unsavedPack.reset();
 
     if (context.paysController->handOnAtOnce()) {
         QString error;
-        QVariantMap message = m_printed;
+        QVariantMap message = self->m_printed;
         const bool handedOn = context.paysController->handOn(pack.id(), message, error);
         if (!self)
             return false;
         if (handedOn)
-            emit sendMessage(payPackDestination, message);
+            emit self->sendMessage(payPackDestination, message);
         else
             qWarning() << Q_FUNC_INFO << pack.id() << error;
     }
-    showMsg(MsgInformation, tr("Платеж отправлен на проведение"));
-    return true;
+    // Whoever takes the message may close and destroy the wizard at once.
+    if (self)
+        self->showMsg(MsgInformation, tr("Платеж отправлен на проведение"));
+    // The framework closes a wizard whose last page is done; one that was destroyed behind the
+    // message box is closed already.
+    return !self.isNull();
 }
 
 QString SrIPaymentPage::preview() const

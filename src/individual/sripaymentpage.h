@@ -59,7 +59,8 @@ private:
     void lockWizard();
     /// Prints the receipt; the pay pack of a printed one, nothing when it could not be printed.
     std::optional<PayPack> print(const SrWizardContext &context, const OnlineKkmProfile &profile);
-    /// Saves the unsaved pack and hands it on; false when it could not be saved.
+    /// Saves the unsaved pack and hands it on; false when it could not be saved, or when the wizard
+    /// was destroyed meanwhile.
     bool saveAndPost(const SrWizardContext &context);
     basix::FixNumber cashAmount() const;
     basix::FixNumber cardAmount() const;

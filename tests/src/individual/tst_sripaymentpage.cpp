@@ -52,6 +52,8 @@ private slots:
     void complete_data();
     void complete();
     void cashChangesNothingElse();
+    void typedAmount_data();
+    void typedAmount();
     void cardTakesFromCash_data();
     void cardTakesFromCash();
     void cashNeverFallsBelowZero();
@@ -307,6 +309,34 @@ void TestSrIPaymentPage::cashChangesNothingElse()
     QCOMPARE(cash()->value(), 12.34);
     QCOMPARE(card()->value(), 30.0);
     QVERIFY(!canFinish());
+}
+
+void TestSrIPaymentPage::typedAmount_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("expected");
+    for (const char *field : {"dsbCash", "dsbCard"}) {
+        QTest::addRow("%s, point", field)
+            << QString::fromLatin1(field) << QStringLiteral("12.34") << 12.34;
+        QTest::addRow("%s, comma", field)
+            << QString::fromLatin1(field) << QStringLiteral("12,34") << 12.34;
+        QTest::addRow("%s, less than a ruble", field)
+            << QString::fromLatin1(field) << QStringLiteral("0.55") << 0.55;
+    }
+}
+
+void TestSrIPaymentPage::typedAmount()
+{
+    QFETCH(const QString, field);
+    QFETCH(const QString, text);
+    QFETCH(const double, expected);
+    m_bench->openPayment(owing(QStringLiteral("100.00")));
+    auto *amount = m_bench->paymentPage()->findChild<QDoubleSpinBox *>(field);
+    amount->setFocus();
+    amount->selectAll();
+    QTest::keyClicks(amount, text);
+    QCOMPARE(amount->value(), expected);
 }
 
 void TestSrIPaymentPage::cardTakesFromCash_data()

@@ -4,13 +4,14 @@
 #include "wizardbench.h"
 
 #include <molvacore/cardchargelog.h>
+#include <molvacore/poshandler.h>
 #include <molvacore/postestamount.h>
 
 #include <QCheckBox>
 #include <QDoubleSpinBox>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
 
@@ -58,6 +59,7 @@ private slots:
     void wholeAmountByCard();
     void escapeAndCancelDoNothingBehindACharge();
     void escapeCancelsAsLongAsNothingIsCharged();
+    void onlyEscapeIsKeptFromTheWizard();
     void enterInTheAmountDialogDoesNotFinish();
 
     void secondPressIsNoSecondCharge();
@@ -195,9 +197,8 @@ void TestSrIPaymentPageCard::terminalOfTheSettings()
     press();
     QCOMPARE(charges(), charged);
     QVERIFY(locked());
-    QVERIFY(m_bench->paymentPage()
-                ->findChildren<QObject *>(QRegularExpression(QStringLiteral("Handler")))
-                .isEmpty());
+    QVERIFY(m_bench->paymentPage()->findChildren<PosHandler *>().isEmpty());
+    QVERIFY(m_bench->paymentPage()->findChildren<QInputDialog *>().isEmpty());
 }
 
 void TestSrIPaymentPageCard::terminalTypeThatIsNoneOfThree()
@@ -288,13 +289,21 @@ void TestSrIPaymentPageCard::chargedPart_data()
     QTest::addColumn<QString>("entered");
     QTest::addColumn<double>("card");
     QTest::addColumn<double>("cash");
-    QTest::newRow("part") << QStringLiteral("100.00") << QStringLiteral("40.00") << 40.0 << 60.0;
+    QTest::addColumn<int>("kind");
+    const int individual = WizardBench::Individual;
+    QTest::newRow("part") << QStringLiteral("100.00") << QStringLiteral("40.00") << 40.0 << 60.0
+                          << individual;
+    // Its box "by proxy" stands between the button and the cash.
+    QTest::newRow("part, legal entity") << QStringLiteral("100.00") << QStringLiteral("40.00")
+                                        << 40.0 << 60.0 << int(WizardBench::Legal);
     QTest::newRow("one hundredth")
-        << QStringLiteral("100.00") << QStringLiteral("0.01") << 0.01 << 99.99;
+        << QStringLiteral("100.00") << QStringLiteral("0.01") << 0.01 << 99.99 << individual;
     QTest::newRow("all but one hundredth")
-        << QStringLiteral("100.00") << QStringLiteral("99.99") << 99.99 << 0.01;
+        << QStringLiteral("100.00") << QStringLiteral("99.99") << 99.99 << 0.01 << individual;
     QTest::newRow("sums that no double holds")
-        << QStringLiteral("0.30") << QStringLiteral("0.10") << 0.1 << 0.2;
+        << QStringLiteral("0.30") << QStringLiteral("0.10") << 0.1 << 0.2 << individual;
+    QTest::newRow("typed with a comma")
+        << QStringLiteral("100.00") << QStringLiteral("40,50") << 40.5 << 59.5 << individual;
 }
 
 void TestSrIPaymentPageCard::chargedPart()
@@ -303,10 +312,11 @@ void TestSrIPaymentPageCard::chargedPart()
     QFETCH(QString, entered);
     QFETCH(double, card);
     QFETCH(double, cash);
-    open(amount);
+    QFETCH(int, kind);
+    open(amount, 1, QString(), WizardBench::Kind(kind));
     m_bench->answers.enter(entered);
     press();
-    QCOMPARE(charges(), entered + QStringLiteral("@00000001"));
+    QCOMPARE(charges(), QString::number(card, 'f', 2) + QStringLiteral("@00000001"));
     QCOMPARE(this->card()->value(), card);
     QCOMPARE(this->cash()->value(), cash);
     QCOMPARE(this->cash()->maximum(), cash);
@@ -377,6 +387,18 @@ void TestSrIPaymentPageCard::escapeCancelsAsLongAsNothingIsCharged()
     open(QStringLiteral("100.00"));
     QTest::keyClick(cash(), Qt::Key_Escape);
     QVERIFY(!m_bench->wizard()->isVisible());
+}
+
+void TestSrIPaymentPageCard::onlyEscapeIsKeptFromTheWizard()
+{
+    open(QStringLiteral("100.00"));
+    const auto kept = [this](QEvent &&event) {
+        return m_bench->paymentPage()->eventFilter(m_bench->wizard(), &event);
+    };
+    QVERIFY(kept(QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier)));
+    QVERIFY(!kept(QKeyEvent(QEvent::KeyRelease, Qt::Key_Escape, Qt::NoModifier)));
+    QVERIFY(!kept(QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier)));
+    QVERIFY(!kept(QEvent(QEvent::Show)));
 }
 
 void TestSrIPaymentPageCard::enterInTheAmountDialogDoesNotFinish()

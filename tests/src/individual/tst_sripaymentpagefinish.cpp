@@ -75,6 +75,8 @@ private slots:
     void notPrinted_data();
     void notPrinted();
     void notPrintedIsTriedAnew();
+    void anotherAttemptKeepsTheNumberOfItsReceipt_data();
+    void anotherAttemptKeepsTheNumberOfItsReceipt();
     void notPrintedBehindACardCharge();
     void registerThatIsGone();
 
@@ -84,6 +86,7 @@ private slots:
     void notHandedOnAtOnce();
     void handOnRefused();
 
+    void nextPaymentInTheSameWizard();
     void wizardDestroyedBehindTheMessages_data();
     void wizardDestroyedBehindTheMessages();
 
@@ -169,6 +172,9 @@ void TestSrIPaymentPageFinish::wholePayment()
              m_bench->fiscalRegister->qrText);
     QCOMPARE(pack.fiscData(), (QVariantMap{{QStringLiteral("number"), 7}}));
 
+    QCOMPARE(m_bench->pays->taken.size(), 1);
+    QCOMPARE(m_bench->pays->taken.first().value(QStringLiteral("data")),
+             QVariant(pack.fiscData())); // what the register answered
     QCOMPARE(m_bench->sent().size(), 1);
     QCOMPARE(m_bench->sent().first().destination, QStringLiteral("/app/add_pay_pack"));
     QCOMPARE(m_bench->sent().first().data.toMap(), m_bench->pays->message);
@@ -389,9 +395,15 @@ void TestSrIPaymentPageFinish::notPrinted()
     QFETCH(QString, title);
     open(WizardBench::Kind(kind), QStringLiteral("100.00"));
     m_bench->fiscalRegister->printError = QStringLiteral("Нет бумаги");
-    m_bench->answers.ok().ok();
+    QVector<bool> enabledBehindABox;
+    for (int box = 0; box < 2; ++box)
+        m_bench->answers.run([&](QDialog *dialog) {
+            enabledBehindABox << m_bench->wizard()->isEnabled();
+            dialog->accept();
+        });
     m_bench->log.clear();
-    QTest::mouseClick(m_bench->button(QWizard::FinishButton), Qt::LeftButton);
+    m_bench->button(QWizard::FinishButton)->setFocus();
+    QTest::keyClick(m_bench->button(QWizard::FinishButton), Qt::Key_Space);
 
     QCOMPARE(boxes(), QStringList({title + QStringLiteral("Нет бумаги"), title + notSaved}));
     for (const ModalAnswers::Seen &seen : m_bench->answers.seen())
@@ -402,6 +414,9 @@ void TestSrIPaymentPageFinish::notPrinted()
     QVERIFY(logged.first().text.contains(QStringLiteral("1059")));
     QVERIFY(m_bench->wizard()->isVisible());
     QVERIFY(m_bench->wizard()->isEnabled());
+    QCOMPARE(enabledBehindABox, QVector<bool>({true, true}));
+    // The next key tries again.
+    QCOMPARE(m_bench->wizard()->focusWidget(), m_bench->button(QWizard::FinishButton));
     QVERIFY(enabled(QWizard::BackButton) && enabled(QWizard::CancelButton)
             && enabled(QWizard::FinishButton));
     QVERIFY(m_bench->pays->packs.isEmpty());
@@ -421,6 +436,34 @@ void TestSrIPaymentPageFinish::notPrintedIsTriedAnew()
     QCOMPARE(m_bench->fiscalRegister->receipts.size(), 2);
     QCOMPARE(m_bench->pays->packs.size(), 1);
     QCOMPARE(operations(m_bench->pays->packs.first()), QStringLiteral("card 25.00, cash 75.00"));
+}
+
+void TestSrIPaymentPageFinish::anotherAttemptKeepsTheNumberOfItsReceipt_data()
+{
+    QTest::addColumn<double>("card");
+    QTest::addColumn<bool>("same");
+    QTest::newRow("the same receipt") << 0.0 << true;
+    QTest::newRow("divided anew") << 25.0 << false;
+}
+
+/// A register that printed and whose answer was lost knows the receipt again by its number.
+void TestSrIPaymentPageFinish::anotherAttemptKeepsTheNumberOfItsReceipt()
+{
+    QFETCH(const double, card);
+    QFETCH(const bool, same);
+    open(WizardBench::Individual, QStringLiteral("100.00"));
+    m_bench->fiscalRegister->printError = QStringLiteral("Нет связи");
+    m_bench->answers.ok().ok().ok();
+    QVERIFY(!finish());
+    const qint64 first = QDateTime::currentSecsSinceEpoch();
+    QTRY_VERIFY(QDateTime::currentSecsSinceEpoch() > first); // numbers are made of seconds
+    m_bench->fiscalRegister->printError.clear();
+    m_bench->child<QDoubleSpinBox>("dsbCard")->setValue(card);
+    QVERIFY(finish());
+    QCOMPARE(m_bench->fiscalRegister->receipts.size(), 2);
+    const bool kept = m_bench->fiscalRegister->receipts.first().number
+        == m_bench->fiscalRegister->receipts.last().number;
+    QCOMPARE(kept, same);
 }
 
 void TestSrIPaymentPageFinish::notPrintedBehindACardCharge()
@@ -460,7 +503,9 @@ void TestSrIPaymentPageFinish::notSavedIsSavedByTheNextFinish()
     m_bench->pays->saves = false;
     m_bench->answers.ok().ok().ok();
     QVERIFY(!finish());
+    QVERIFY(m_bench->wizard()->isEnabled());
     QVERIFY(!finish());
+    QVERIFY(m_bench->wizard()->isEnabled());
     QCOMPARE(boxes(),
              QStringList({QStringLiteral("Ошибка Вода ФЛ|") + notSaved,
                           QStringLiteral("Ошибка Вода ФЛ|") + notSaved}));
@@ -528,6 +573,19 @@ void TestSrIPaymentPageFinish::handOnRefused()
     QVERIFY(m_bench->sent().isEmpty());
     QCOMPARE(boxes(), QStringList{QStringLiteral("Вода ФЛ|") + sentOn});
     QCOMPARE(m_bench->log.containing(QtWarningMsg, m_bench->pays->handOnError).size(), 1);
+}
+
+void TestSrIPaymentPageFinish::nextPaymentInTheSameWizard()
+{
+    open(WizardBench::Individual, QStringLiteral("100.00"));
+    m_bench->answers.ok().ok();
+    QVERIFY(finish());
+    m_bench->wizard()->restart();
+    m_bench->openPayment(owing(WizardBench::Individual, QStringLiteral("70.00")));
+    QVERIFY(finish());
+    QCOMPARE(m_bench->fiscalRegister->receipts.size(), 2);
+    QCOMPARE(m_bench->pays->packs.size(), 2);
+    QCOMPARE(operations(m_bench->pays->packs.last()), QStringLiteral("cash 70.00"));
 }
 
 void TestSrIPaymentPageFinish::wizardDestroyedBehindTheMessages_data()

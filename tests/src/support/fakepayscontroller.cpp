@@ -27,6 +27,7 @@ bool FakePaysController::handOnAtOnce() const
 bool FakePaysController::handOn(qint64 packId, QVariantMap &message, QString &error)
 {
     m_record->handedOn.append(packId);
+    m_record->taken.append(message);
     if (m_record->whileHandingOn)
         m_record->whileHandingOn();
     if (m_record->handsOn)

@@ -24,10 +24,11 @@ public:
         std::function<void()> whileSaving;    ///< runs inside savePack()
         std::function<void()> whileHandingOn; ///< runs inside handOn()
 
-        QVector<PayPack> packs;   ///< of every savePack(), failed ones included
-        QVector<bool> complete;   ///< second argument of every savePack()
-        QVector<qint64> handedOn; ///< argument of every handOn()
-        int alive = 0;            ///< controllers with this record
+        QVector<PayPack> packs;     ///< of every savePack(), failed ones included
+        QVector<bool> complete;     ///< second argument of every savePack()
+        QVector<qint64> handedOn;   ///< argument of every handOn()
+        QVector<QVariantMap> taken; ///< message that every handOn() was given
+        int alive = 0;              ///< controllers with this record
     };
 
     explicit FakePaysController(const QSharedPointer<Record> &record);

@@ -18,15 +18,6 @@ constexpr QChar objectPlaceholder(QChar::ObjectReplacementCharacter);
 constexpr QChar noCharacter(QChar::ReplacementCharacter);
 constexpr QChar zeroWidthSpace(0x200b);
 
-/// What nearly every text consists of.
-bool isOrdinary(QChar c)
-{
-    const ushort code = c.unicode();
-    const bool printableAscii = code >= 0x20 && code < 0x7f;
-    const bool cyrillicLetter = code >= 0x400 && code < 0x482;
-    return printableAscii || cyrillicLetter;
-}
-
 bool isAccent(uint code)
 {
     const QChar::Category category = QChar::category(code);
@@ -43,6 +34,13 @@ bool isBlank(uint code)
 bool isReadable(uint code)
 {
     return !QChar::isNonCharacter(code) && code != objectPlaceholder.unicode();
+}
+
+/// Shown as it is, whatever stands beside it.
+bool isOrdinary(QChar c)
+{
+    const ushort code = c.unicode();
+    return c.isPrint() && !c.isMark() && !isBlank(code) && isReadable(code);
 }
 
 QString readable(const QString &text)
@@ -133,13 +131,13 @@ QString SrShownText::document(const QString &html)
     int from = 0;
     while (from < html.size()) {
         int tag = html.indexOf(QLatin1Char('<'), from);
-        if (tag < 0)
+        if (tag == -1)
             tag = html.size();
         // Between the tags of two lines stands nothing but the line break.
         const QString text = unescaped(html.mid(from, tag - from));
         shown += text == QLatin1String("\n") ? text : SrHtml::escaped(line(text, longestText));
         const int end = html.indexOf(QLatin1Char('>'), tag);
-        from = end < 0 ? html.size() : end + 1;
+        from = end == -1 ? html.size() : end + 1;
         shown += html.midRef(tag, from - tag);
     }
     return shown;

@@ -48,6 +48,9 @@ void TestSrHtml::escaped_data()
         << QStringLiteral("ООО \"Ромашка\"") << QStringLiteral("ООО \"Ромашка\"");
     QTest::newRow("apostrophe") << QStringLiteral("Д'Артаньян") << QStringLiteral("Д'Артаньян");
     QTest::newRow("entity") << QStringLiteral("&lt;") << QStringLiteral("&amp;lt;");
+    QTest::newRow("less") << QStringLiteral("до < 5 м") << QStringLiteral("до &lt; 5 м");
+    QTest::newRow("greater") << QStringLiteral("от > 5 м") << QStringLiteral("от &gt; 5 м");
+    QTest::newRow("and") << QStringLiteral("Ромашка & Ко") << QStringLiteral("Ромашка &amp; Ко");
     QTest::newRow("empty") << QString() << QString();
 }
 

@@ -26,8 +26,11 @@ private slots:
     void longLineLosesItsMiddle_data();
     void longLineLosesItsMiddle();
     void lineNeverCutsACharacterInTwo();
+    void characterAtTheEndOfTheHeadIsLeftOut();
     void message_data();
     void message();
+    void longWordsOfAMessageBreak_data();
+    void longWordsOfAMessageBreak();
     void breakable_data();
     void breakable();
     void documentOfOrdinaryTextsIsUnchanged();
@@ -61,12 +64,17 @@ void TestSrShownText::line_data()
                               << QStringLiteral("a     b");
     QTest::newRow("line ends") << characters({'a', '\n', '\r', '\t', 0x2028, 0x2029, 'b'})
                                << QStringLiteral("a     b");
+    QTest::newRow("line separator") << characters({'a', 0x2028, 'b'}) << QStringLiteral("a b");
+    QTest::newRow("paragraph separator") << characters({'a', 0x2029, 'b'}) << QStringLiteral("a b");
+    QTest::newRow("place of an object") << characters({'a', 0xfffc}) << QStringLiteral("a\uFFFD");
     QTest::newRow("no characters")
         << characters({0xfdd0, 0xfdd1, 0xfffe, 0xffff, 0xfffc}) << QString(5, QChar(0xfffd));
     QTest::newRow("half characters")
         << characters({'a', 0xd800, 'b', 0xdc00}) << QStringLiteral("a\uFFFDb\uFFFD");
     QTest::newRow("heap of accents") << QLatin1Char('o') + QString(50, QChar(0x0336))
                                      << QLatin1Char('o') + QString(3, QChar(0x0336));
+    QTest::newRow("heap of accents upon nothing")
+        << QString(50, QChar(0x0336)) << QString(3, QChar(0x0336));
     QTest::newRow("enclosing marks") << QLatin1Char('o') + QString(50, QChar(0x20dd))
                                      << QLatin1Char('o') + QString(3, QChar(0x20dd));
 }
@@ -99,6 +107,8 @@ void TestSrShownText::longLineLosesItsMiddle()
     QVERIFY(shown.startsWith(QStringLiteral("ООО")));
     QVERIFY(shown.endsWith(QStringLiteral("150.50")));
     QCOMPARE(shown.count(QChar(0x2026)), size > limit ? 1 : 0);
+    // Two thirds for the name, one for the amount behind it.
+    QCOMPARE(shown.indexOf(QChar(0x2026)), size > limit ? limit * 2 / 3 : -1);
 }
 
 void TestSrShownText::lineNeverCutsACharacterInTwo()
@@ -111,6 +121,14 @@ void TestSrShownText::lineNeverCutsACharacterInTwo()
         QVERIFY(shown.size() <= 300);
         QVERIFY(shown.size() >= 298);
     }
+}
+
+void TestSrShownText::characterAtTheEndOfTheHeadIsLeftOut()
+{
+    const QString head(199, QLatin1Char('x'));
+    const QString tail(99, QLatin1Char('y'));
+    QCOMPARE(SrShownText::line(head + QStringLiteral("\U0001F4A7zzz") + tail),
+             head + QChar(0x2026) + tail);
 }
 
 void TestSrShownText::message_data()
@@ -133,6 +151,8 @@ void TestSrShownText::message_data()
         << QStringLiteral("\n").repeated(20).prepend(QChar(0xd800)) << 15 << 16;
     QTest::newRow("a megabyte of line separators")
         << QString(1024 * 1024, QChar(0x2028)) << 15 << 15;
+    QTest::newRow("a megabyte of paragraph separators")
+        << QString(1024 * 1024, QChar(0x2029)) << 15 << 15;
 }
 
 void TestSrShownText::message()
@@ -141,12 +161,35 @@ void TestSrShownText::message()
     QFETCH(const int, lines);
     QFETCH(const int, size);
     const QString shown = SrShownText::message(text);
-    QCOMPARE(shown.count(QLatin1Char('\n')) + shown.count(QChar::LineSeparator) + 1, lines);
+    QCOMPARE(shown.count(QLatin1Char('\n')) + shown.count(QChar::LineSeparator)
+                 + shown.count(QChar::ParagraphSeparator) + 1,
+             lines);
     QCOMPARE(shown.size(), size);
     if (text.size() <= size)
         QCOMPARE(shown, text);
     else
         QVERIFY(shown.contains(QChar(0x2026)));
+}
+
+void TestSrShownText::longWordsOfAMessageBreak_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("shown");
+    const QString word(36, QLatin1Char('x'));
+    const QString space(1, QChar(0x200b));
+    const QString lines = QStringLiteral("a\n").repeated(14);
+    QTest::newRow("longest word") << word << word;
+    QTest::newRow("one letter more") << word + QLatin1Char('y') << word + space + QLatin1Char('y');
+    QTest::newRow("longest word where lines are left out")
+        << lines + word.left(35) + QLatin1Char('\n') << lines + word.left(35) + QChar(0x2026);
+    QTest::newRow("one letter more where lines are left out")
+        << lines + word + QLatin1Char('\n') << lines + word + space + QChar(0x2026);
+}
+
+void TestSrShownText::longWordsOfAMessageBreak()
+{
+    QFETCH(const QString, text);
+    QTEST(SrShownText::message(text), "shown");
 }
 
 void TestSrShownText::breakable_data()
@@ -165,6 +208,8 @@ void TestSrShownText::breakable_data()
     QTest::newRow("three words in one") << word + word + word << word + space + word + space + word;
     QTest::newRow("between surrogate pairs")
         << QLatin1Char('a') + drops + drops << QLatin1Char('a') + drops + space + drops;
+    QTest::newRow("never inside a surrogate pair") << drops + drops.left(2)
+            + QLatin1Char('y') << drops + drops.left(2) + space + QLatin1Char('y');
 }
 
 void TestSrShownText::breakable()

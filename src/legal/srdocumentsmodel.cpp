@@ -39,7 +39,7 @@ void SRDocumentsModel::setDocuments(const QList<SrDocument> &documents,
     m_standings.resize(documents.size());
     m_total = basix::FixNumber(moneyMultiplier, 0);
     m_tickedCount = 0;
-    m_tickedUnreadyCount = 0;
+    m_tickedAndReadyCount = 0;
 
     const bool ticked = documents.size() == 1;
     for (int d = 0; d < documents.size(); ++d) {
@@ -74,7 +74,7 @@ const SrDocument &SRDocumentsModel::document(int index) const
 
 bool SRDocumentsModel::isReady() const
 {
-    return m_tickedCount > 0 && m_tickedUnreadyCount == 0;
+    return m_tickedCount > 0 && m_tickedAndReadyCount == m_tickedCount;
 }
 
 bool SRDocumentsModel::isDocumentRow(int row) const
@@ -87,20 +87,16 @@ bool SRDocumentsModel::isTicked(int row) const
     return m_rows.at(row).second == tickedDocument;
 }
 
-void SRDocumentsModel::countIn(const Standing &standing, int sign)
-{
-    m_total += sign < 0 ? -standing.amount : standing.amount;
-    m_tickedCount += standing.ticked ? sign : 0;
-    m_tickedUnreadyCount += standing.ticked && !standing.ready ? sign : 0;
-}
-
 void SRDocumentsModel::updateStanding(int index, bool ticked)
 {
-    Standing &standing = m_standings[index];
-    countIn(standing, -1);
     const SrDocument &record = document(index);
-    standing = {record.amount(), record.isReady(), ticked};
-    countIn(standing, +1);
+    const Standing now{record.amount(), ticked, ticked && record.isReady()};
+    Standing &kept = m_standings[index];
+    m_total -= kept.amount;
+    m_total += now.amount;
+    m_tickedCount += int(now.ticked) - int(kept.ticked);
+    m_tickedAndReadyCount += int(now.tickedAndReady) - int(kept.tickedAndReady);
+    kept = now;
 }
 
 void SRDocumentsModel::redistribute(int row)
@@ -257,7 +253,7 @@ int SRDocumentsModel::columnCount(const QModelIndex &) const
 Qt::ItemFlags SRDocumentsModel::flags(const QModelIndex &index) const
 {
     Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    if (index.isValid() && index.column() == NumberColumn && isDocumentRow(index.row()))
+    if (index.column() == NumberColumn && isDocumentRow(index.row()))
         flags |= Qt::ItemIsUserCheckable;
     return flags;
 }

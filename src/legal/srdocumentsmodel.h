@@ -68,8 +68,8 @@ private:
     struct Standing
     {
         basix::FixNumber amount;
-        bool ready = false;
         bool ticked = false;
+        bool tickedAndReady = false;
     };
 
     const SrDocument &document(int index) const;
@@ -77,7 +77,6 @@ private:
     bool isTicked(int row) const;
     void redistribute(int row);
     void updateStanding(int index, bool ticked);
-    void countIn(const Standing &standing, int sign);
     bool editService(const QPair<int, int> &row, int column, const QVariant &value);
     QVariant documentText(int index, int column) const;
     QVariant serviceText(const QPair<int, int> &row, int column) const;
@@ -98,5 +97,5 @@ private:
     QVector<Standing> m_standings; ///< one per document
     basix::FixNumber m_total;      ///< amounts of all documents, ticked or not
     int m_tickedCount = 0;
-    int m_tickedUnreadyCount = 0;
+    int m_tickedAndReadyCount = 0;
 };

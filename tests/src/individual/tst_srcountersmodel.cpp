@@ -304,10 +304,12 @@ void TestSrCountersModel::setDataOfReadOnlyFieldChangesNothingButIsAnnounced()
 void TestSrCountersModel::setCountersIsNoChangeByTheCashier()
 {
     SrCountersModel model;
+    QSignalSpy aboutToBeReset(&model, &QAbstractItemModel::modelAboutToBeReset);
     QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
     QSignalSpy valueChanged(&model, &SrCountersModel::valueChanged);
     const QList<SrCounter> given = threeCounters();
     model.setCounters(given);
+    QCOMPARE(aboutToBeReset.count(), 1);
     QCOMPARE(reset.count(), 1);
     QCOMPARE(valueChanged.count(), 0);
     model.setData(model.index(0, SrCountersModel::CurValueColumn), 150);

@@ -467,9 +467,11 @@ void TestSRServicesModel::distributionIsAnnouncedAfterTheReset()
 void TestSRServicesModel::setServicesIsNoChangeByTheCashier()
 {
     SRServicesModel model;
+    QSignalSpy aboutToBeReset(&model, &QAbstractItemModel::modelAboutToBeReset);
     QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
     QSignalSpy valueChanged(&model, &SRServicesModel::valueChanged);
     model.setServices(threeServices(), money("0"), money("0"));
+    QCOMPARE(aboutToBeReset.count(), 1);
     QCOMPARE(reset.count(), 1);
     model.setServices(model.services(), money("3.00"), money("4.00"));
     QCOMPARE(reset.count(), 2);

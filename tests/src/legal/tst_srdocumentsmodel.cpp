@@ -171,13 +171,13 @@ private slots:
     void calcByDebtRecomputesTickedAndClearsUnticked();
     void calcByDebtIsAnnouncedAfterTheReset();
     void setDocumentsIsNoChangeByTheCashier();
+    void ticksLeaveTheDocumentsHandedOverAlone();
     void newDocumentsForgetTheTicks();
     void documentsAreCopies();
     void runningTotalsAfterRandomOperations();
 
 private:
     std::unique_ptr<MessageLog> m_log;
-    void ticksLeaveTheDocumentsHandedOverAlone();
 };
 
 void TestSRDocumentsModel::init()
@@ -614,6 +614,8 @@ void TestSRDocumentsModel::setDataOfServices_data()
     QTest::newRow("document row") << int(First) << 4 << edit << QVariant(4) << QString();
     QTest::newRow("total row") << int(Total) << 4 << edit << QVariant(4) << QString();
     QTest::newRow("display role") << drain << 4 << int(Qt::DisplayRole) << QVariant(4) << QString();
+    QTest::newRow("display role of a box")
+        << int(First) << 0 << int(Qt::DisplayRole) << QVariant(Qt::Checked) << QString();
     QTest::newRow("far outside") << 50 << 4 << edit << QVariant(4) << QString();
     QTest::newRow("invalid index") << -1 << -1 << edit << QVariant(4) << QString();
 }
@@ -679,10 +681,12 @@ void TestSRDocumentsModel::calcByDebtIsAnnouncedAfterTheReset()
 void TestSRDocumentsModel::setDocumentsIsNoChangeByTheCashier()
 {
     SRDocumentsModel model;
+    QSignalSpy aboutToBeReset(&model, &QAbstractItemModel::modelAboutToBeReset);
     QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
     QSignalSpy valueChanged(&model, &SRDocumentsModel::valueChanged);
     model.setDocuments(twoDocuments(), money("0"), money("0"));
     model.setDocuments(twoDocuments().mid(1), money("0"), money("0"));
+    QCOMPARE(aboutToBeReset.count(), 2);
     QCOMPARE(reset.count(), 2);
     QCOMPARE(valueChanged.count(), 0);
 }
@@ -696,6 +700,11 @@ void TestSRDocumentsModel::newDocumentsForgetTheTicks()
     QVERIFY(!model.isReady());
     QVERIFY(model.documents().isEmpty());
     QCOMPARE(rowsWithBoxes(model).last(), QStringLiteral(" | ИТОГО | 0.00 | 0.00 | 3.25"));
+    model.setDocuments(twoDocuments().mid(1), money("0"), money("0"));
+    QVERIFY(model.isReady());
+    // Nor is the one before it in the way if it could not be paid.
+    model.setData(model.index(1, SRDocumentsModel::DistributedColumn), -1.0);
+    QVERIFY(!model.isReady());
     model.setDocuments(twoDocuments().mid(1), money("0"), money("0"));
     QVERIFY(model.isReady());
     model.setDocuments({}, money("0"), money("0"));

@@ -29,7 +29,7 @@ std::optional<QVariantMap> parsed(const QString &text)
 /// around to success.
 bool isFailureCode(const QVariant &result)
 {
-    return result.toLongLong() != 0 || result.toDouble() != 0.0;
+    return result.toDouble() != 0.0;
 }
 
 SrAnswer failure(const QVariant &text)
@@ -40,6 +40,13 @@ SrAnswer failure(const QVariant &text)
     return answer;
 }
 
+SrAnswer malformed()
+{
+    SrAnswer answer;
+    answer.outcome = SrAnswer::Outcome::Malformed;
+    return answer;
+}
+
 SrAnswer accountData(const QVariantMap &envelope)
 {
     if (envelope.value(QStringLiteral("error")).toBool())
@@ -47,14 +54,13 @@ SrAnswer accountData(const QVariantMap &envelope)
     if (isFailureCode(envelope.value(QStringLiteral("result"))))
         return failure(envelope.value(QStringLiteral("resultDescription")));
 
-    SrAnswer answer;
     const auto inner = parsed(envelope.value(QStringLiteral("description")).toString());
-    if (!inner) {
-        answer.outcome = SrAnswer::Outcome::Malformed;
-        return answer;
-    }
+    if (!inner)
+        return malformed();
     if (inner->value(QStringLiteral("isError")).toBool())
         return failure(inner->value(QStringLiteral("statusDescription")));
+
+    SrAnswer answer;
     answer.outcome = SrAnswer::Outcome::Data;
     answer.data = *inner;
     answer.payParamList = inner->value(keyPayParamList).toList();
@@ -88,20 +94,17 @@ SRRequest SrBillingExchange::compose(const Sender &sender, const QVector<Paramet
 
 SrAnswer SrBillingExchange::read(const QVariantMap &headers, const QString &text)
 {
-    SrAnswer answer;
     if (headers.value(QStringLiteral("msgType")).toString() != SRRequest::REPLY)
-        return answer;
+        return {};
 
     const auto envelope = parsed(text);
-    if (!envelope) {
-        answer.outcome = SrAnswer::Outcome::Malformed;
-        return answer;
-    }
+    if (!envelope)
+        return malformed();
     const SRRequest request = m_pending.take(envelope->value(QStringLiteral("uid")).toString());
     if (request.type() != SRRequest::AccountData)
-        return answer;
+        return {};
 
-    answer = accountData(*envelope);
+    SrAnswer answer = accountData(*envelope);
     answer.matched = true;
     return answer;
 }

@@ -66,7 +66,7 @@ QStringList rendered(const QVariantList &list)
 QVariantMap withoutServices(QVariantMap description)
 {
     const auto found = description.find(SrDocument::FIELD_SERVICES);
-    if (found != description.end() && found->userType() == QMetaType::QVariantMap) {
+    if (found != description.end()) {
         QVariantMap services = found->toMap();
         services.remove(QStringLiteral("paramList"));
         *found = services;

@@ -13,9 +13,6 @@ namespace SrParamList {
 inline QVariantList of(const QVariant &wrapper)
 {
     static const QString key = QStringLiteral("paramList");
-    // Read in place: a copy of the map would cost more than what is looked for in it.
-    if (wrapper.userType() == QMetaType::QVariantMap)
-        return static_cast<const QVariantMap *>(wrapper.constData())->value(key).toList();
     return wrapper.toMap().value(key).toList();
 }
 

@@ -39,9 +39,9 @@ bool SrPaymentQr::isPaymentCode(const QString &text)
 
 QVector<SrPaymentQr::Pair> SrPaymentQr::pairs(const QString &text)
 {
-    QVector<Pair> found;
     if (!isPaymentCode(text))
-        return found;
+        return {};
+    QVector<Pair> found;
     const QStringList blocks = text.split(separator);
     for (const QString &block : blocks) {
         const QStringList pieces = block.split(QLatin1Char('='));
@@ -60,7 +60,8 @@ std::optional<SrPaymentQr::Period> SrPaymentQr::period(const QString &value, int
         return std::nullopt;
     const std::optional<qint64> month = number(pieces.first());
     const std::optional<qint64> year = number(pieces.last());
-    if (!month || *month < 1 || *month > 12 || !year || *year < firstYear || *year > lastYear)
+    // What is no number is less than every number.
+    if (month < 1 || month > 12 || year < firstYear || year > lastYear)
         return std::nullopt;
     return Period{static_cast<int>(*month), static_cast<int>(*year)};
 }

@@ -23,7 +23,7 @@ bool isDigit(QChar c)
 bool isWrittenMoney(const QString &text)
 {
     constexpr int decimals = 2;
-    constexpr int longestWhole = 15;
+    constexpr int longestWhole = 16;
     if (text.size() <= decimals + 1)
         return false;
     const QChar *at = text.constData();

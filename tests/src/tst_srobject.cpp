@@ -17,6 +17,12 @@ private slots:
     void elementIsKeptAsItCame();
     void readsField_data();
     void readsField();
+    void readsEveryOfManyFields();
+    void readsADescriptorThatIsAHash();
+    void valueIsReadWhereItIs_data();
+    void valueIsReadWhereItIs();
+    void valueThatIsNotThereIsReadAsInvalid_data();
+    void valueThatIsNotThereIsReadAsInvalid();
     void refusedChangeChangesNothing_data();
     void refusedChangeChangesNothing();
     void changesEditableField();
@@ -35,6 +41,13 @@ static QVariantMap pair(const QString &name, const QVariant &value)
 {
     return {{QStringLiteral("name"), name}, {QStringLiteral("value"), value}};
 }
+
+/// A record as its own kinds see it.
+class OpenRecord : public SrObject
+{
+public:
+    using SrObject::valueRead;
+};
 
 static SrObject record(const QVariantList &list)
 {
@@ -94,6 +107,10 @@ void TestSrObject::readsField_data()
     QTest::newRow("isEditable as text")
         << QVariantMap{{QStringLiteral("name"), nameA}, {isEditable, QStringLiteral("true")}}
         << QVariant() << QString() << true;
+    QTest::newRow("keys behind the value") << QVariantMap{{QStringLiteral("name"), nameA},
+                                                          {QStringLiteral("value"), 7},
+                                                          {QStringLiteral("visible"), true}}
+                                           << QVariant(7) << QString() << false;
     QTest::newRow("unknown field") << field(nameB, 5) << QVariant() << QString() << false;
 }
 
@@ -104,6 +121,81 @@ void TestSrObject::readsField()
     QTEST(object.getValue(nameA), "value");
     QTEST(object.getTitle(nameA), "title");
     QTEST(object.isEditable(nameA), "editable");
+}
+
+void TestSrObject::readsEveryOfManyFields()
+{
+    QVariantList list;
+    for (int i = 0; i < 100; ++i)
+        list.append(field(QString::number(i), i, Edit::Allowed, QString::number(-i)));
+    SrObject object = record(list);
+    for (int i = 0; i < 100; ++i) {
+        const QString name = QString::number(i);
+        QCOMPARE(object.getValue(name), QVariant(i));
+        QCOMPARE(object.getTitle(name), QString::number(-i));
+        QVERIFY(object.isEditable(name));
+    }
+    QVERIFY(!object.getValue(QStringLiteral("100")).isValid());
+}
+
+void TestSrObject::readsADescriptorThatIsAHash()
+{
+    const QVariantHash hash{{QStringLiteral("name"), nameA},
+                            {QStringLiteral("value"), 7},
+                            {QStringLiteral("title"), QStringLiteral("T")},
+                            {QStringLiteral("isEditable"), true}};
+    SrObject object = record({hash});
+    QCOMPARE(object.getValue(nameA), QVariant(7));
+    QCOMPARE(object.getTitle(nameA), QStringLiteral("T"));
+    object.setValue(nameA, 8);
+    QCOMPARE(object.getValue(nameA), QVariant(8));
+}
+
+void TestSrObject::valueIsReadWhereItIs_data()
+{
+    QTest::addColumn<QVariantMap>("descriptor");
+    QTest::newRow("as billing sends it") << field(nameA, QStringLiteral("v"));
+    QTest::newRow("nothing but the value") << pair(nameA, QStringLiteral("v"));
+    QTest::newRow("keys behind the value")
+        << QVariantMap{{QStringLiteral("name"), nameA},
+                       {QStringLiteral("value"), QStringLiteral("v")},
+                       {QStringLiteral("visible"), true}};
+}
+
+void TestSrObject::valueIsReadWhereItIs()
+{
+    QFETCH(QVariantMap, descriptor);
+    OpenRecord object;
+    object.parseCheckList({field(nameB, 1), descriptor});
+    const auto address = [](const QVariant &value) { return &value; };
+    const QVariant *read = object.valueRead(nameA, address);
+    // Maps are shared: the value inside the record is the value inside this one.
+    const QVariantMap &given = descriptor;
+    QCOMPARE(read, &*given.constFind(QStringLiteral("value")));
+}
+
+void TestSrObject::valueThatIsNotThereIsReadAsInvalid_data()
+{
+    QTest::addColumn<QVariantList>("list");
+    QTest::newRow("no fields") << QVariantList();
+    QTest::newRow("other field") << QVariantList{field(nameB, 1)};
+    QTest::newRow("empty descriptors") << QVariantList{QVariantMap(), QVariantMap()};
+    QTest::newRow("without a value") << QVariantList{QVariantMap{{QStringLiteral("name"), nameA}}};
+    QTest::newRow("keys around the value's place") << QVariantList{
+        QVariantMap{{QStringLiteral("name"), nameA}, {QStringLiteral("visible"), true}}};
+    QTest::newRow("no descriptor") << QVariantList{QStringLiteral("text")};
+    QTest::newRow("hash without a value")
+        << QVariantList{QVariantHash{{QStringLiteral("name"), nameA}}};
+}
+
+void TestSrObject::valueThatIsNotThereIsReadAsInvalid()
+{
+    QFETCH(QVariantList, list);
+    OpenRecord object;
+    object.parseCheckList(list);
+    const auto isValid = [](const QVariant &value) { return value.isValid(); };
+    QVERIFY(!object.valueRead(nameA, isValid));
+    QVERIFY(!object.valueRead(QString(), isValid));
 }
 
 void TestSrObject::refusedChangeChangesNothing_data()

@@ -35,7 +35,7 @@ void TestSrValues::money_data()
         << QVariant(QStringLiteral("123.45")) << QStringLiteral("123.45");
     QTest::newRow("negative text") << QVariant(QStringLiteral("-0.05")) << QStringLiteral("-0.05");
     QTest::newRow("longest whole part that is passed on")
-        << QVariant(QStringLiteral("999999999999999.99")) << QStringLiteral("999999999999999.99");
+        << QVariant(QStringLiteral("9999999999999999.99")) << QStringLiteral("9999999999999999.99");
     QTest::newRow("largest") << QVariant(QStringLiteral("92233720368547758.07"))
                              << QStringLiteral("92233720368547758.07");
     QTest::newRow("text beyond 64 bits")
@@ -148,7 +148,8 @@ void TestSrValues::moneyTextOfEveryShortText()
 
 void TestSrValues::moneyTextSharesWhatIsWrittenSo()
 {
-    for (const char *const written : {"0.00", "0.05", "7.10", "-7.10", "1234567.89"}) {
+    for (const char *const written : {"0.00", "0.05", "7.10", "-7.10", "1234567.89",
+                                      "9999999999999999.99", "-9999999999999999.99"}) {
         const QString sent = QLatin1String(written);
         QCOMPARE(SrValues::moneyText(sent).constData(), sent.constData());
     }

@@ -29,6 +29,7 @@ private slots:
     void receiptAddressTakesNoPartInEquality();
     void cloneIsIndependent();
     void isIndividual();
+    void freshAccount();
     void parsesHugeAccountWhole();
 };
 
@@ -42,6 +43,14 @@ static SrPersonalAccount sample()
     account.setStartAmount(basix::FixNumber(100, 5000));
     account.setClientPhoneOrEmail(QStringLiteral("a@b.ru"));
     return account;
+}
+
+void TestSrPersonalAccount::freshAccount()
+{
+    const SrPersonalAccount account;
+    QCOMPARE(account.startAmount().toString(), QStringLiteral("0.00"));
+    QCOMPARE(account.amount().toString(), QStringLiteral("0.00"));
+    QVERIFY(!account.isValid());
 }
 
 void TestSrPersonalAccount::parsesServicesAndCounters()
@@ -118,6 +127,8 @@ void TestSrPersonalAccount::parsingKeepsWhatWasEntered()
     QCOMPARE(account.period(), QStringLiteral("03-2024"));
     QCOMPARE(account.docNumber(), QStringLiteral("77"));
     QCOMPARE(account.startAmount().toString(), QStringLiteral("50.00"));
+    QCOMPARE(account.period(), QStringLiteral("03-2024"));
+    QCOMPARE(account.docNumber(), QStringLiteral("77"));
     QCOMPARE(account.clientPhoneOrEmail(), QStringLiteral("a@b.ru"));
 }
 

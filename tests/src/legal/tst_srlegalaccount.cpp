@@ -26,6 +26,7 @@ private slots:
     void receiptAddressIsNormalisedAndLogged();
     void cloneIsIndependent();
     void equality();
+    void freshAccount();
 };
 
 static SrLegalAccount sample()
@@ -43,6 +44,16 @@ static QVariantList oneService()
 {
     return service(1, QStringLiteral("Вода"), QStringLiteral("1"), QStringLiteral("2"),
                    QStringLiteral("3"));
+}
+
+void TestSrLegalAccount::freshAccount()
+{
+    SrLegalAccount account;
+    QCOMPARE(account.startAmount().toString(), QStringLiteral("0.00"));
+    QCOMPARE(account.amount().toString(), QStringLiteral("0.00"));
+    QVERIFY(!account.isValid());
+    account.setStartAmount(basix::FixNumber(100, 5));
+    QCOMPARE(account.startAmount().toString(), QStringLiteral("0.05"));
 }
 
 void TestSrLegalAccount::parsesDocuments()

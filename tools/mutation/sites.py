@@ -55,6 +55,7 @@ class Finder:
         self.sites = {}
         self.texts = {}
         self._done = set()
+        self._ours = {}
 
     def read(self, source, arguments):
         unit = Index.create().parse(source, args=arguments,
@@ -91,8 +92,11 @@ class Finder:
         file = cursor.location.file
         if file is None:
             return None
-        path = os.path.realpath(file.name)
-        return path if path.startswith(self.root + os.sep) else None
+        name = file.name
+        if name not in self._ours:
+            path = os.path.realpath(name)
+            self._ours[name] = path if path.startswith(self.root + os.sep) else None
+        return self._ours[name]
 
     def _walk(self, cursor, parent, context):
         file = self._file(cursor)

@@ -30,6 +30,7 @@ add_library(terminal_bills_ui STATIC
     ui/billspage.h ui/billspage.cpp
     ui/billspreview.h ui/billspreview.cpp
     ui/longwork.h ui/longwork.cpp
+    ui/rowlist.h ui/rowlist.cpp
     ui/scannerpage.h ui/scannerpage.cpp
     ui/scannerresult.h ui/scannerresult.cpp
     ui/shownreason.h ui/shownreason.cpp)

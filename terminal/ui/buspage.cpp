@@ -3,6 +3,7 @@
 #include "busfilter.h"
 #include "busmodel.h"
 #include "longwork.h"
+#include "rowlist.h"
 #include "shownreason.h"
 
 #include <bus/busjournal.h>
@@ -87,12 +88,7 @@ void BusPage::makeLayout()
 
     m_table->setObjectName(QStringLiteral("tvBus"));
     m_table->setModel(m_filter);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_table->setAlternatingRowColors(true);
-    m_table->setWordWrap(false);
-    m_table->setTabKeyNavigation(false);
-    m_table->verticalHeader()->hide();
+    RowList::prepare(*m_table);
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 6);
     QHeaderView *header = m_table->horizontalHeader();
     // Widths by content would measure every row at every message.
@@ -102,7 +98,6 @@ void BusPage::makeLayout()
         m_table->setColumnWidth(column, widths[column] * digit);
     header->setSectionResizeMode(BusModel::Relation, QHeaderView::Stretch);
     header->setMinimumSectionSize(40);
-    header->setHighlightSections(false);
 
     auto *label = new QLabel(tr("&Найти:"), this);
     label->setBuddy(m_search);

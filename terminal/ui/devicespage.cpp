@@ -1,6 +1,7 @@
 #include "devicespage.h"
 
 #include "devicebox.h"
+#include "rowlist.h"
 #include "shownreason.h"
 
 #include <devices/devicecontrol.h>
@@ -131,30 +132,19 @@ QWidget *DevicesPage::makeAmounts()
     table->setObjectName(QStringLiteral("twTestAmounts"));
     table->setHorizontalHeaderLabels(
         {tr("Сумма кончается на"), tr("Что сделает терминал"), tr("Что прочтёт кассир")});
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setSelectionMode(QAbstractItemView::SingleSelection);
-    table->setAlternatingRowColors(true);
-    table->setTabKeyNavigation(false);
-    table->verticalHeader()->hide();
+    RowList::prepare(*table);
+    table->setWordWrap(true);
     table->verticalHeader()->setMinimumSectionSize(table->fontMetrics().height() + 6);
     table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    table->horizontalHeader()->setHighlightSections(false);
-    const auto put = [table](int row, const QStringList &texts) {
-        for (int column = 0; column < texts.size(); ++column) {
-            auto *item = new QTableWidgetItem(texts.at(column));
-            item->setToolTip(texts.at(column).toHtmlEscaped());
-            table->setItem(row, column, item);
-        }
-    };
     for (int row = 0; row < rows.size(); ++row) {
         const PosTestAmount &amount = rows.at(row);
-        put(row,
-            {QStringLiteral(",%1").arg(amount.digits, 2, 10, QLatin1Char('0')),
-             outcomeText(amount.outcome), amount.text});
+        RowList::put(*table, row,
+                     {QStringLiteral(",%1").arg(amount.digits, 2, 10, QLatin1Char('0')),
+                      outcomeText(amount.outcome), amount.text});
     }
-    put(rows.size(), {tr("любые другие"), outcomeText(PosTestAmount::Outcome::Approve), QString()});
+    RowList::put(*table, rows.size(),
+                 {tr("любые другие"), outcomeText(PosTestAmount::Outcome::Approve), QString()});
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     auto *layout = new QVBoxLayout(group);

@@ -2,6 +2,7 @@
 
 #include "journalmodel.h"
 #include "paymentdetails.h"
+#include "rowlist.h"
 #include "shownreason.h"
 
 #include <app/terminalcontext.h>
@@ -150,17 +151,11 @@ void JournalPage::makeTable()
 {
     m_table->setObjectName(QStringLiteral("tvJournal"));
     m_table->setModel(m_model);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_table->setAlternatingRowColors(true);
-    m_table->setWordWrap(false);
-    m_table->setTabKeyNavigation(false);
-    m_table->verticalHeader()->hide();
+    RowList::prepare(*m_table);
     QHeaderView *header = m_table->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setSectionResizeMode(JournalModel::ProviderName, QHeaderView::Stretch);
     header->setMinimumSectionSize(60);
-    header->setHighlightSections(false);
     header->setSectionsClickable(true);
     connect(header, &QHeaderView::sectionClicked, this, [this](int section) {
         // The two ways of a column stand one below the other.

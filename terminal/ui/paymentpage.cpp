@@ -1,5 +1,7 @@
 #include "paymentpage.h"
 
+#include "rowlist.h"
+
 #include <app/terminalcontext.h>
 #include <billing/sampleaccounts.h>
 
@@ -21,13 +23,7 @@ QTableWidget *makeTable(const QString &name, const QStringList &headers, QWidget
     auto *table = new QTableWidget(0, headers.size(), parent);
     table->setObjectName(name);
     table->setHorizontalHeaderLabels(headers);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setSelectionMode(QAbstractItemView::SingleSelection);
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table->setAlternatingRowColors(true);
-    table->setTabKeyNavigation(false);
-    table->setWordWrap(false);
-    table->verticalHeader()->hide();
+    RowList::prepare(*table);
     table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     table->horizontalHeader()->setStretchLastSection(true);
@@ -38,11 +34,7 @@ void addRow(QTableWidget &table, const QStringList &texts)
 {
     const int row = table.rowCount();
     table.insertRow(row);
-    for (int column = 0; column < texts.size(); ++column) {
-        auto *item = new QTableWidgetItem(texts.at(column));
-        item->setToolTip(texts.at(column).toHtmlEscaped());
-        table.setItem(row, column, item);
-    }
+    RowList::put(table, row, texts);
 }
 
 } // namespace

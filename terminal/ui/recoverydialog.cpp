@@ -1,6 +1,7 @@
 #include "recoverydialog.h"
 
 #include "recoverydialogmodel.h"
+#include "rowlist.h"
 #include "shownreason.h"
 
 #include <app/terminalcontext.h>
@@ -48,14 +49,10 @@ RecoveryDialog::RecoveryDialog(PaymentReconciler &reconciler, PaysController &co
     m_summary->setTextFormat(Qt::PlainText);
     m_table->setObjectName(QStringLiteral("tvRecovery"));
     m_table->setModel(m_model);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    RowList::prepare(*m_table);
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_table->setAlternatingRowColors(true);
-    m_table->setTabKeyNavigation(false);
-    m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_table->horizontalHeader()->setStretchLastSection(true);
-    m_table->horizontalHeader()->setHighlightSections(false);
     m_details->setObjectName(QStringLiteral("lRecoveryDetails"));
     m_details->setWordWrap(true);
     m_details->setTextFormat(Qt::PlainText);

@@ -1,5 +1,7 @@
 #include "scannerresult.h"
 
+#include "rowlist.h"
+
 #include <bills/billhtml.h>
 #include <bills/paymentcoderules.h>
 
@@ -12,13 +14,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-QTableWidgetItem *item(const QString &text)
-{
-    auto *result = new QTableWidgetItem(shownCell(text));
-    result->setToolTip(shownReason(text).toHtmlEscaped());
-    return result;
-}
 
 QString shownValue(const PaymentCode::Field &field)
 {
@@ -44,11 +39,7 @@ ScannerResult::ScannerResult(QWidget *parent)
     m_summary->setWordWrap(true);
     m_fields->setObjectName(QStringLiteral("twScannerFields"));
     m_fields->setHorizontalHeaderLabels({tr("Поле"), tr("Что это"), tr("Значение")});
-    m_fields->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_fields->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_fields->setTabKeyNavigation(false);
-    m_fields->setWordWrap(false);
-    m_fields->verticalHeader()->hide();
+    RowList::prepare(*m_fields);
     m_fields->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     m_fields->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_fields->horizontalHeader()->setStretchLastSection(true);
@@ -79,9 +70,8 @@ void ScannerResult::setCode(const ReadCode &code, const QString &format)
     m_fields->setRowCount(code.fields.size());
     for (int row = 0; row < code.fields.size(); ++row) {
         const PaymentCode::Field &field = code.fields.at(row);
-        m_fields->setItem(row, 0, item(field.name));
-        m_fields->setItem(row, 1, item(PaymentCodeRules::title(field.name)));
-        m_fields->setItem(row, 2, item(shownValue(field)));
+        RowList::put(*m_fields, row,
+                     {field.name, PaymentCodeRules::title(field.name), shownValue(field)});
     }
     QStringList warnings;
     for (const QString &warning : code.warnings)

@@ -43,6 +43,7 @@ private slots:
     void html();
     void htmlWithoutServices();
     void equality();
+    void fieldNames();
 };
 
 static QVariantList service(qint64 id, const QString &topay, const QString &distributed)
@@ -460,6 +461,17 @@ void TestSrDocument::equality()
     other = document;
     other.setServices({});
     QVERIFY(other != document);
+}
+
+void TestSrDocument::fieldNames()
+{
+    QCOMPARE(SrDocument::FIELD_SERVICES, QStringLiteral("services"));
+    QCOMPARE(SrDocument::FIELD_ID, QStringLiteral("id"));
+    QCOMPARE(SrDocument::FIELD_NUM, QStringLiteral("num"));
+    QCOMPARE(SrDocument::FIELD_CHARGE, QStringLiteral("charge"));
+    QCOMPARE(SrDocument::FIELD_TOPAY, QStringLiteral("topay"));
+    QCOMPARE(SrDocument::FIELD_DISTRIBUTED, QStringLiteral("distributed"));
+    QCOMPARE(SrDocument::FIELD_REMAINDER, QStringLiteral("remainder"));
 }
 
 QTEST_GUILESS_MAIN(TestSrDocument)

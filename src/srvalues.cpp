@@ -24,19 +24,16 @@ bool isWrittenMoney(const QString &text)
 {
     constexpr int decimals = 2;
     constexpr int longestWhole = 16;
-    if (text.size() <= decimals + 1)
+    const QChar *const characters = text.constData();
+    const int first = *characters == QLatin1Char('-') ? 1 : 0;
+    const int point = text.size() - decimals - 1;
+    const int whole = point - first;
+    if (whole < 1 || whole > longestWhole || characters[point] != QLatin1Char('.'))
         return false;
-    const QChar *at = text.constData();
-    const QChar *const point = at + text.size() - decimals - 1;
-    const bool negative = *at == QLatin1Char('-');
-    if (negative)
-        ++at;
-    const auto whole = point - at;
-    if (whole < 1 || whole > longestWhole || *point != QLatin1Char('.'))
+    if (characters[first] == QLatin1Char('0') && (whole > 1 || first > 0))
         return false;
-    if (*at == QLatin1Char('0') && (whole > 1 || negative))
-        return false;
-    return std::all_of(at, point, isDigit) && std::all_of(point + 1, point + 1 + decimals, isDigit);
+    return std::all_of(characters + first, characters + point, isDigit)
+        && std::all_of(text.cbegin() + point + 1, text.cend(), isDigit);
 }
 
 } // namespace

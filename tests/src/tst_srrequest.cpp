@@ -9,6 +9,7 @@ class TestSrRequest : public QObject
 
 private slots:
     void defaultRequest();
+    void keepsWhatIsSet();
     void isValid_data();
     void isValid();
     void body();
@@ -44,6 +45,18 @@ void TestSrRequest::defaultRequest()
     QCOMPARE(request.currencyId(), 0);
     QCOMPARE(request.providerId(), qint64(0));
     QCOMPARE(request.sum(), basix::FixNumber(100, 0));
+}
+
+void TestSrRequest::keepsWhatIsSet()
+{
+    const SRRequest request = sample();
+    QCOMPARE(request.type(), SRRequest::AccountData);
+    QCOMPARE(request.function(), SRRequest::GET_DATA);
+    QCOMPARE(request.uid(), QStringLiteral("-42"));
+    QCOMPARE(request.data(), (QMap<QString, QVariant>{{QStringLiteral("params"), 5}}));
+    QCOMPARE(request.currencyId(), 643);
+    QCOMPARE(request.providerId(), qint64(18722));
+    QCOMPARE(request.sum().toString(), QStringLiteral("123.45"));
 }
 
 void TestSrRequest::isValid_data()

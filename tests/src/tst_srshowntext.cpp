@@ -66,6 +66,7 @@ void TestSrShownText::line_data()
                                << QStringLiteral("a     b");
     QTest::newRow("line separator") << characters({'a', 0x2028, 'b'}) << QStringLiteral("a b");
     QTest::newRow("paragraph separator") << characters({'a', 0x2029, 'b'}) << QStringLiteral("a b");
+    QTest::newRow("nothing but a line separator") << QString(QChar(0x2028)) << QStringLiteral(" ");
     QTest::newRow("place of an object") << characters({'a', 0xfffc}) << QStringLiteral("a\uFFFD");
     QTest::newRow("no characters")
         << characters({0xfdd0, 0xfdd1, 0xfffe, 0xffff, 0xfffc}) << QString(5, QChar(0xfffd));

@@ -128,8 +128,7 @@ class Finder:
         children = list(cursor.get_children())
         if kind in FUNCTIONS:
             self._keep(cursor, children, context, file, start)
-        if kind == K.CALL_EXPR and cursor.spelling == "reserve":
-            # With more or less memory set aside beforehand the same comes out.
+        if self._sets_memory_aside(self.texts[file][start:end]):
             return
         if kind == K.CASE_STMT:
             children = children[1:]
@@ -159,6 +158,11 @@ class Finder:
             return
         self.sites[key] = Site(file, start, end, kind, mutants, prefix, suffix, operator,
                                self.texts[file].count(b"\n", 0, start) + 1, context.function, " ".join(text.split()))
+
+    @staticmethod
+    def _sets_memory_aside(text):
+        """With more or less of it the same comes out."""
+        return re.fullmatch(rb"\w+\.reserve\([^;]*\)", text) is not None
 
     def _keep(self, cursor, children, context, file, start):
         """No mutant: an inline function of a header is compiled also where only tests call it, for them to meet its mutants."""
@@ -229,7 +233,7 @@ class Finder:
 
     def _statement(self, cursor, context, file, start, end):
         text = self.texts[file][start:end]
-        if text in (b"", b";") or cursor.kind == K.CALL_EXPR and cursor.spelling == "reserve":
+        if text in (b"", b";") or self._sets_memory_aside(text):
             return
         self._add(context, file, start, end, "call", ["removed"], "(mutation::on({0}) ? void() : void(", "))")
 

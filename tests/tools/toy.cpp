@@ -44,6 +44,13 @@ int toyUnused()
     return 7;
 }
 
+// The first test that calls it does not look at the value which is made there and then.
+int toyOnce()
+{
+    static const std::vector<int> kept{4};
+    return kept.front();
+}
+
 // No mutant changes how much memory is set aside.
 std::size_t toyRoom(std::vector<int> &values)
 {

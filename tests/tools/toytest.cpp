@@ -12,6 +12,7 @@ bool toyAbove(int a, int b);
 bool toyEither(bool a, bool b);
 int toyCapped(int value);
 int toyDouble(int value);
+int toyOnce();
 std::size_t toyRoom(std::vector<int> &values);
 
 int main(int argc, char **argv)
@@ -25,6 +26,8 @@ int main(int argc, char **argv)
         {"capped", [] { return toyCapped(20) == 10 && toyCapped(4) == 4; }},
         {"doubled", [] { return toyDouble(3) == 6; }},
         {"inlined", [] { return toyInline() == 5; }},
+        {"onceMade", [] { return toyOnce() != 0; }},
+        {"onceUsed", [] { return toyOnce() == 4; }},
         {"room",
          [] {
              std::vector<int> values{1, 2};

@@ -44,6 +44,9 @@ EXPECTED = {
     ("toyInline", "number", "5", "one more"): "killed",
     ("toyInline", "number", "5", "one less"): "killed",
     ("toyInline", "return", "return 5", "return {}"): "killed",
+    ("toyOnce", "number", "4", "one more"): "killed",
+    ("toyOnce", "number", "4", "one less"): "killed",
+    ("toyOnce", "return", "return kept.front()", "return {}"): "killed",
     ("toyRoom", "return", "return values.size()", "return {}"): "killed",
 }
 
@@ -91,8 +94,8 @@ def main():
     assert written.site_at(1, 1) is None
 
     runner = campaign.Runner({"toy": ([program], {}, ["unit"])})
-    recorded = campaign.record(runner, 1, lambda text: None)
-    assert set(recorded["toy"][1]) == {"above", "either", "capped", "doubled", "inlined", "room"}, recorded
+    recorded = campaign.record(runner, 1, lambda text: None, {m.id for m in found if m.site.once})
+    assert set(recorded["toy"][1]) == {"above", "either", "capped", "doubled", "inlined", "room", "onceMade", "onceUsed"}, recorded
     results = os.path.join(work, "results.jsonl")
     if os.path.exists(results):
         os.remove(results)

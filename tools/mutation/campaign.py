@@ -82,9 +82,10 @@ def functions_of(command, environment):
     return re.findall(r"^(\w+)\(\)$", shown, re.M)
 
 
-def record(runner, jobs, say):
+def record(runner, jobs, say, once=frozenset()):
     """{test: (seconds, [functions], {id: [functions]})}: which functions come past which mutant.
 
+    What is evaluated `once` in a process, by the first function that comes past it, is met by all that follow as well.
     Raises if a test fails unchanged, also when its functions run in the opposite order: a mutant meets only some of them.
     """
 
@@ -96,7 +97,9 @@ def record(runner, jobs, say):
             for line in passed.read().decode().splitlines():
                 function, number = line.split()
                 # What runs outside of the functions runs with each of them.
-                reached.setdefault(int(number), set()).update([function] if function in functions else functions)
+                first = functions.index(function) if function in functions else 0
+                last = first + 1 if function in functions and int(number) not in once else len(functions)
+                reached.setdefault(int(number), set()).update(functions[first:last])
         if verdict == "passed":
             verdict, _, why = runner.run(test, functions[::-1])
         reached = {number: [f for f in functions if f in found] for number, found in reached.items()}

@@ -100,7 +100,7 @@ def main():
 
     os.nice(max(0, 19 - os.nice(0)))
     runner = campaign.Runner(bed.tests())
-    recorded = campaign.record(runner, options.jobs, say)
+    recorded = campaign.record(runner, options.jobs, say, {m.id for m in mutants if m.site.once})
     campaign.Campaign(runner, recorded, results, say).run(mutants, options.jobs)
     verdicts = campaign.latest(results)
     for mutant in sorted(mutants, key=lambda m: m.id):

@@ -9,7 +9,7 @@ import os
 import re
 import shlex
 
-from clang.cindex import Config, CursorKind as K, Index, TranslationUnit, TypeKind
+from clang.cindex import Config, CursorKind as K, Index, StorageClass, TranslationUnit, TypeKind
 
 if not Config.loaded and os.path.exists("/usr/lib/llvm-14/lib/libclang-14.so.1"):
     Config.set_library_file("/usr/lib/llvm-14/lib/libclang-14.so.1")
@@ -28,6 +28,7 @@ class Site:
     line: int = 0
     function: str = ""
     text: str = ""
+    once: bool = False  # evaluated by the first call of its function only
 
 
 COMPARISONS = {"<": ("less", "<=", ">="), "<=": ("lessOrEqual", "<", ">"),
@@ -116,6 +117,8 @@ class Finder:
             return
         elif kind == K.VAR_DECL and self._is_constexpr(cursor):
             return
+        elif kind == K.VAR_DECL and context.function and cursor.storage_class == StorageClass.STATIC:
+            context = dataclasses.replace(context, once=True)
         elif kind == K.FIELD_DECL and cursor.is_bitfield():
             return
 
@@ -157,7 +160,7 @@ class Finder:
         if key in self.sites:
             return
         self.sites[key] = Site(file, start, end, kind, mutants, prefix, suffix, operator,
-                               self.texts[file].count(b"\n", 0, start) + 1, context.function, " ".join(text.split()))
+                               self.texts[file].count(b"\n", 0, start) + 1, context.function, " ".join(text.split()), context.once)
 
     @staticmethod
     def _sets_memory_aside(text):
@@ -398,6 +401,7 @@ class Context:
     function: str = ""
     result: object = None
     lambda_depth: int = 0
+    once: bool = False
 
     def inside(self, cursor):
         owner = cursor.semantic_parent

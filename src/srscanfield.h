@@ -29,9 +29,11 @@ public:
 
 private:
     void follow(const QString &text);
+    /// Nothing of `text` was typed since the field was last left.
+    void settle(const QString &text);
 
     QLineEdit *m_field;
-    QString m_text;      ///< the field's text after the last edit by keyboard or clipboard
-    int m_typedFrom = 0; ///< where the stretch typed in one go begins
-    int m_behind = 0;    ///< how many characters stand behind it
+    QString m_text;    ///< the field's text as of the last change
+    int m_typedFrom{}; ///< where the stretch typed in one go begins
+    int m_behind{};    ///< how many characters stand behind it
 };

@@ -23,12 +23,20 @@ private slots:
     void noCode_data();
     void noCode();
     void textSetByTheProgram();
+    void scanIntoATextOfTheProgram();
     void pastedAmongOtherText();
+    void pastedBehindTypedText();
+    void pastedOverTheBeginning();
+    void typedOverAPart_data();
+    void typedOverAPart();
     void correctedByHandInTheMiddle();
     void numberTypedLaterIsNoPartOfTheCode();
     void takenOnce();
     void secondScanBehindTheFirst();
+    void scanAfterTheFieldWasLeft_data();
     void scanAfterTheFieldWasLeft();
+    void scanTwiceAtTheSamePlace();
+    void scanBehindADeletion();
     void undoAfterTheScan();
     void fieldNobodyWatches();
     void diesWithItsField();
@@ -148,6 +156,59 @@ void TestSrScanField::pastedAmongOtherText()
     QCOMPARE(m_field->text(), QStringLiteral("89123456789"));
 }
 
+void TestSrScanField::scanIntoATextOfTheProgram()
+{
+    KeyboardScanner::type(QStringLiteral("8912"));
+    m_field->setText(QStringLiteral("ВК-1/а"));
+    m_field->setCursorPosition(3);
+    KeyboardScanner::type(QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_scan->takeCode(), QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_field->text(), QStringLiteral("ВК-1/а"));
+}
+
+void TestSrScanField::pastedBehindTypedText()
+{
+    // What was pasted came in one piece, whatever stands before it.
+    KeyboardScanner::type(QStringLiteral("ВК-1/а"));
+    QGuiApplication::clipboard()->setText(QStringLiteral("ST00012|Sum=1"));
+    m_field->paste();
+    QCOMPARE(m_scan->takeCode(), QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_field->text(), QStringLiteral("ВК-1/а"));
+}
+
+void TestSrScanField::pastedOverTheBeginning()
+{
+    KeyboardScanner::type(QStringLiteral("5558912"));
+    m_field->setSelection(0, 3);
+    QGuiApplication::clipboard()->setText(QStringLiteral("ST00012|Sum=1"));
+    m_field->paste();
+    QCOMPARE(m_scan->takeCode(), QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_field->text(), QStringLiteral("8912"));
+}
+
+void TestSrScanField::typedOverAPart_data()
+{
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("length");
+    QTest::addColumn<QString>("left");
+    QTest::newRow("the beginning") << 0 << 2 << QStringLiteral("-1/а");
+    QTest::newRow("one character") << 3 << 1 << QStringLiteral("ВК-/а");
+    QTest::newRow("the middle") << 2 << 3 << QStringLiteral("ВКа");
+    QTest::newRow("the end") << 4 << 2 << QStringLiteral("ВК-1");
+}
+
+void TestSrScanField::typedOverAPart()
+{
+    QFETCH(const int, from);
+    QFETCH(const int, length);
+    QFETCH(const QString, left);
+    KeyboardScanner::type(QStringLiteral("ВК-1/а"));
+    m_field->setSelection(from, length);
+    KeyboardScanner::type(QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_scan->takeCode(), QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_field->text(), left);
+}
+
 void TestSrScanField::correctedByHandInTheMiddle()
 {
     KeyboardScanner::type(QStringLiteral("ST00012|PersAcc=10x|Sum=1"));
@@ -185,15 +246,50 @@ void TestSrScanField::secondScanBehindTheFirst()
     QCOMPARE(m_field->text(), QStringLiteral("8912"));
 }
 
+void TestSrScanField::scanAfterTheFieldWasLeft_data()
+{
+    QTest::addColumn<int>("cursor");
+    for (int cursor = 0; cursor <= 6; ++cursor)
+        QTest::addRow("%d", cursor) << cursor;
+}
+
 void TestSrScanField::scanAfterTheFieldWasLeft()
 {
+    QFETCH(const int, cursor);
     // A document's number is no number of a phone; having left the field tells it from the code's
     // beginning.
     KeyboardScanner::type(QStringLiteral("ВК-1/а"));
     QCOMPARE(m_scan->takeCode(), QString());
+    m_field->setCursorPosition(cursor);
     KeyboardScanner::type(QStringLiteral("ST00012|Sum=1"));
     QCOMPARE(m_scan->takeCode(), QStringLiteral("ST00012|Sum=1"));
     QCOMPARE(m_field->text(), QStringLiteral("ВК-1/а"));
+}
+
+void TestSrScanField::scanTwiceAtTheSamePlace()
+{
+    KeyboardScanner::type(QStringLiteral("ВК-1/а"));
+    for (const QString &code : {QStringLiteral("ST00012|Sum=1"), QStringLiteral("ST00012|Sum=2")}) {
+        m_field->setCursorPosition(2);
+        KeyboardScanner::type(code);
+        QCOMPARE(m_scan->takeCode(), code);
+        QCOMPARE(m_field->text(), QStringLiteral("ВК-1/а"));
+    }
+}
+
+void TestSrScanField::scanBehindADeletion()
+{
+    // The digit that is deleted leaves a number typed by hand, at whose end the scan goes on.
+    put(QStringLiteral("89123"), 5);
+    QTest::keyClick(m_field.get(), Qt::Key_Backspace);
+    KeyboardScanner::type(QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_scan->takeCode(), QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_field->text(), QStringLiteral("8912"));
+    m_field->setCursorPosition(0);
+    QTest::keyClick(m_field.get(), Qt::Key_Delete);
+    KeyboardScanner::type(QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_scan->takeCode(), QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_field->text(), QStringLiteral("912"));
 }
 
 void TestSrScanField::undoAfterTheScan()

@@ -2,7 +2,6 @@
 
 #include <QDoubleSpinBox>
 #include <QLineEdit>
-#include <QPointer>
 #include <QValidator>
 
 namespace {
@@ -26,18 +25,14 @@ public:
             if (input.at(i) == QLatin1Char('.') || input.at(i) == QLatin1Char(','))
                 input[i] = m_amount->locale().decimalPoint();
         }
-        return m_rest ? m_rest->validate(input, cursor) : Acceptable;
+        return m_rest->validate(input, cursor);
     }
 
-    void fixup(QString &input) const override
-    {
-        if (m_rest)
-            m_rest->fixup(input);
-    }
+    void fixup(QString &input) const override { m_rest->fixup(input); }
 
 private:
     const QDoubleSpinBox *m_amount;
-    QPointer<const QValidator> m_rest;
+    const QValidator *m_rest; ///< the spin box's own, which it keeps as long as its line edit
 };
 
 } // namespace

@@ -10,16 +10,15 @@ const QLatin1String months("JanFebMarAprMayJunJulAugSepOctNovDec");
 constexpr int monthLength = 3;
 constexpr int dateLength = 11;
 constexpr int dayAt = 4;
-constexpr int dayLength = 2;
 constexpr int yearAt = 7;
 
 QDate dateOf(const QString &text)
 {
     const int month = months.indexOf(QStringView(text).left(monthLength));
-    if (text.size() != dateLength || month < 0 || month % monthLength != 0)
+    if (text.size() != dateLength || month % monthLength != 0) // nor is -1 a multiple of 3
         return QDate();
     return QDate(text.midRef(yearAt).toInt(), month / monthLength + 1,
-                 text.midRef(dayAt, dayLength).trimmed().toInt());
+                 text.midRef(dayAt, yearAt - dayAt).trimmed().toInt());
 }
 
 } // namespace

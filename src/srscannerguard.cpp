@@ -23,10 +23,6 @@ SrScannerGuard::SrScannerGuard(QWizard *wizard) : QObject(wizard)
     const QList<int> ids = wizard->pageIds();
     for (const int id : ids)
         wizard->page(id)->installEventFilter(this);
-    // The framework makes its buttons when they are first asked for.
-    for (const auto which :
-         {QWizard::BackButton, QWizard::NextButton, QWizard::FinishButton, QWizard::CancelButton})
-        wizard->button(which);
     const auto buttons = wizard->findChildren<QAbstractButton *>();
     for (QAbstractButton *button : buttons)
         button->installEventFilter(this);
@@ -35,12 +31,12 @@ SrScannerGuard::SrScannerGuard(QWizard *wizard) : QObject(wizard)
 bool SrScannerGuard::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::KeyPress)
-        return QObject::eventFilter(watched, event);
+        return false;
     const auto &key = *static_cast<QKeyEvent *>(event);
     if (!qobject_cast<QAbstractButton *>(watched))
         // The focused field has had its Enter; this is the rest of the way up to the wizard's
         // default button.
-        return isEnter(key) || QObject::eventFilter(watched, event);
+        return isEnter(key);
 
     const bool presses = isEnter(key) || key.key() == Qt::Key_Space;
     const bool inScan = m_sinceCharacter.isValid() && m_sinceCharacter.elapsed() < scannerPauseMs;
@@ -48,5 +44,5 @@ bool SrScannerGuard::eventFilter(QObject *watched, QEvent *event)
         if (!key.text().isEmpty() && key.text().at(0).isPrint())
             m_sinceCharacter.start();
     }
-    return (presses && inScan) || QObject::eventFilter(watched, event);
+    return presses && inScan;
 }

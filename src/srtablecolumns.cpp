@@ -32,7 +32,6 @@ void srPrepareTable(QTableView *table)
     table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height()
                                                    + rowPaddingPixels);
     table->setTabKeyNavigation(false);
-    table->setTextElideMode(Qt::ElideRight);
 }
 
 void srSetTableModel(QTableView *table, QAbstractItemModel *model)

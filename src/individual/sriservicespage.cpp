@@ -85,9 +85,7 @@ QSharedPointer<SRAccount> SrIServicesPage::outputData() const
 {
     if (!m_account)
         return {};
-    const auto account = m_account->clone().dynamicCast<SrPersonalAccount>();
-    if (!account)
-        return {};
+    const auto account = m_account->clone().staticCast<SrPersonalAccount>();
     account->setServices(m_services->services());
     account->setCounters(m_counters->counters());
     return account;

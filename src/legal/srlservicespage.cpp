@@ -59,7 +59,7 @@ void SrLServicesPage::buildForm()
     groupLayout->setObjectName(QStringLiteral("verticalLayout"));
     auto *buttons = new QHBoxLayout;
     buttons->setObjectName(QStringLiteral("horizontalLayout"));
-    buttons->addSpacerItem(new QSpacerItem(40, 20, QSizePolicy::Expanding, QSizePolicy::Minimum));
+    buttons->addSpacerItem(new QSpacerItem(40, 20, QSizePolicy::Expanding));
     buttons->addWidget(m_byDebt);
     groupLayout->addLayout(buttons);
     groupLayout->addWidget(m_table);
@@ -100,9 +100,7 @@ QSharedPointer<SRAccount> SrLServicesPage::outputData() const
 {
     if (!m_account)
         return {};
-    const auto account = m_account->clone().dynamicCast<SrLegalAccount>();
-    if (!account)
-        return {};
+    const auto account = m_account->clone().staticCast<SrLegalAccount>();
     account->setDocuments(m_documents->documents());
     return account;
 }

@@ -69,6 +69,7 @@ private slots:
     void traceMarksOfAStart();
     void traceOfCreationAndDestruction();
     void destructionLogsTheParentOfAControllerThatIsAnObject();
+    void controllerGoesBetweenTheMarks();
 
     void metaObjectHasNothingOfItsOwn();
     void metaCast_data();
@@ -330,6 +331,27 @@ void TestSelmarRivenholdHandler::destructionLogsTheParentOfAControllerThatIsAnOb
     QCOMPARE(lines.at(2).text, QStringLiteral("DESTROY 2"));
     QCOMPARE(record->alive, 0);
     QVERIFY(owner.children().isEmpty());
+}
+
+/// A host whose controller hangs or crashes when it goes finds it between the two marks.
+void TestSelmarRivenholdHandler::controllerGoesBetweenTheMarks()
+{
+    class LastWords final : public FakePaysController
+    {
+    public:
+        using FakePaysController::FakePaysController;
+        ~LastWords() override { qInfo("controller is gone"); }
+    };
+    const auto record = QSharedPointer<FakePaysController::Record>::create();
+    {
+        SelmarRivenholdHandler handler;
+        handler.setPaysControllerWrapper(new LastWords(record));
+        m_guard->log.clear();
+    }
+    const QVector<MessageLog::Message> lines = m_guard->log.messages();
+    QCOMPARE(lines.size(), 3);
+    QCOMPARE(lines.at(1).text, QStringLiteral("controller is gone"));
+    QCOMPARE(lines.at(2).text, QStringLiteral("DESTROY 2"));
 }
 
 void TestSelmarRivenholdHandler::metaObjectHasNothingOfItsOwn()

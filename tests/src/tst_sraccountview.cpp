@@ -4,8 +4,10 @@
 #include "guitestguard.h"
 #include "srhtml.h"
 
+#include <QImage>
 #include <QTest>
 #include <QTextDocument>
+#include <QUrl>
 
 #include <memory>
 
@@ -25,6 +27,7 @@ private slots:
     void showsTheDocument();
     void nothingIsLoaded_data();
     void nothingIsLoaded();
+    void somethingEmptyOfItsKindIsGiven();
     void aWordOfAMegabyteIsShownInPart();
 
 private:
@@ -72,6 +75,16 @@ void TestSrAccountView::nothingIsLoaded()
     plain.setHtml(html.arg(canary.addresses().first()));
     plain.grab();
     QVERIFY(!canary.untouched());
+}
+
+void TestSrAccountView::somethingEmptyOfItsKindIsGiven()
+{
+    SrAccountView view;
+    const QUrl anything(QStringLiteral("file:///etc/hostname"));
+    const QVariant picture = view.loadResource(QTextDocument::ImageResource, anything);
+    QCOMPARE(picture.value<QImage>().size(), QSize(1, 1));
+    for (const int type : {QTextDocument::HtmlResource, QTextDocument::StyleSheetResource})
+        QCOMPARE(view.loadResource(type, anything), QVariant(QByteArray("")));
 }
 
 void TestSrAccountView::aWordOfAMegabyteIsShownInPart()

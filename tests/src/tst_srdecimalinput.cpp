@@ -14,6 +14,8 @@ class TestSrDecimalInput : public QObject
 private slots:
     void amount_data();
     void amount();
+    void eitherSignIsWritten_data();
+    void eitherSignIsWritten();
     void unitStaysAsItIs();
     void boxMendsAnUnfinishedAmount();
 };
@@ -47,6 +49,7 @@ void TestSrDecimalInput::amount_data()
         row("point", "12.34", 12.34);
         row("comma", "12,34", 12.34);
         row("whole", "1234", 1234.0);
+        row("less than one", ".34", 0.34);
         row("second sign is dropped", "12.,34", 12.34);
         row("third decimal is dropped", "12,345", 12.34);
     }
@@ -79,6 +82,34 @@ void TestSrDecimalInput::amount()
     QTest::keySequence(box.findChild<QLineEdit *>(), QKeySequence::Paste);
     QTest::keyClick(&box, Qt::Key_Return);
     QCOMPARE(box.value(), expected);
+}
+
+void TestSrDecimalInput::eitherSignIsWritten_data()
+{
+    QTest::addColumn<QString>("input");
+    QTest::addColumn<QString>("written");
+    const auto row = [](const char *name, const QString &input, const QString &written) {
+        QTest::newRow(name) << input << written;
+    };
+    row("in the middle", QStringLiteral("1,5, р."), QStringLiteral("1.5, р."));
+    row("at the beginning", QStringLiteral(",5, р."), QStringLiteral(".5, р."));
+    row("at the end", QStringLiteral("1,, р."), QStringLiteral("1., р."));
+    // The box puts the unit behind what came without it.
+    row("at the end, without a unit", QStringLiteral("1,"), QStringLiteral("1., р."));
+    row("in the middle, without a unit", QStringLiteral("1,50"), QStringLiteral("1.50, р."));
+}
+
+void TestSrDecimalInput::eitherSignIsWritten()
+{
+    QFETCH(QString, input);
+    QDoubleSpinBox box;
+    box.setLocale(QLocale::c());
+    box.setSuffix(QStringLiteral(", р."));
+    srAcceptBothDecimalSigns(&box);
+    int cursor = 1;
+    const auto state = box.findChild<QLineEdit *>()->validator()->validate(input, cursor);
+    QVERIFY(state != QValidator::Invalid);
+    QTEST(input, "written");
 }
 
 void TestSrDecimalInput::unitStaysAsItIs()

@@ -35,6 +35,7 @@ private slots:
     void texts();
     void obstacle_data();
     void obstacle();
+    void statusFromBeforeIsNone();
     void withoutARegister();
     void destroyedRegister();
     void registerIsAskedBeforeTheProfileOnce();
@@ -80,6 +81,15 @@ void TestSrFiscalReadiness::obstacle()
     fiscalRegister.ready = ready;
     QObject parent;
     QCOMPARE(SrFiscalReadiness::obstacle(&fiscalRegister, &parent), text);
+}
+
+void TestSrFiscalReadiness::statusFromBeforeIsNone()
+{
+    const HostDatabase database;
+    FakeRegister fiscalRegister;
+    fiscalRegister.answers = false;
+    fiscalRegister.oldStatus = true;
+    QCOMPARE(SrFiscalReadiness::obstacle(&fiscalRegister, nullptr), noRegister);
 }
 
 void TestSrFiscalReadiness::withoutARegister()

@@ -8,6 +8,10 @@ class TestSrPluginBuild : public QObject
 {
     Q_OBJECT
 
+public:
+    /// A station whose own way of writing a time is not the compiler's.
+    static void initMain() { qputenv("LC_ALL", "en_US.UTF-8"); }
+
 private slots:
     void moment_data();
     void moment();
@@ -36,6 +40,9 @@ void TestSrPluginBuild::moment_data()
     QTest::newRow("leap day") << "Feb 29 2024"
                               << "01:02:03"
                               << "2024-02-29T01:02:03";
+    QTest::newRow("one-digit day without its blank") << "Mar 5 2023"
+                                                     << "10:00:00"
+                                                     << "";
     QTest::newRow("no such day") << "Feb 30 2024"
                                  << "01:02:03"
                                  << "";

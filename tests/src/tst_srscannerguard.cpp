@@ -5,6 +5,7 @@
 
 #include <QCheckBox>
 #include <QDoubleSpinBox>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -32,6 +33,9 @@ private slots:
     void personPressesAButton_data();
     void personPressesAButton();
     void personPressesAfterALetter();
+    void everyBlankOfALongScanIsHeldBack();
+    void keysWithoutACharacter();
+    void tabBehindAScanGoesOn();
     void mouseIsNotGuarded();
     void escapeAndTabPassThrough();
     void everyPageIsGuarded();
@@ -202,6 +206,52 @@ void TestSrScannerGuard::personPressesAfterALetter()
     QCOMPARE(pressed.size(), 1);
     QTest::keyClick(m_button, Qt::Key_Space);
     QCOMPARE(pressed.size(), 2);
+}
+
+/// The pause is counted from the character before, be it a blank that was held back.
+void TestSrScannerGuard::everyBlankOfALongScanIsHeldBack()
+{
+    QSignalSpy pressed(m_button, &QPushButton::clicked);
+    m_button->setFocus();
+    constexpr qint64 shorterThanAHandsPause = 50;
+    constexpr qint64 longerThanAHandsPause = 100;
+    for (int attempt = 0; attempt < 20; ++attempt) {
+        QElapsedTimer sinceBegin;
+        sinceBegin.start();
+        QTest::keyClick(m_button, Qt::Key_X);
+        qint64 last = 0;
+        qint64 longestPause = 0;
+        while (last < longerThanAHandsPause) {
+            QTest::qWait(15); // as a slow scanner types
+            QTest::keyClick(m_button, Qt::Key_Space);
+            longestPause = qMax(longestPause, sinceBegin.elapsed() - last);
+            last = sinceBegin.elapsed();
+        }
+        if (longestPause < shorterThanAHandsPause) {
+            QCOMPARE(pressed.size(), 0);
+            return;
+        }
+        pressed.clear();
+    }
+    QSKIP("This machine is too busy to type as fast as a scanner.");
+}
+
+void TestSrScannerGuard::keysWithoutACharacter()
+{
+    QSignalSpy pressed(m_button, &QPushButton::clicked);
+    m_button->setFocus();
+    for (const int key : {Qt::Key_Shift, Qt::Key_Control, Qt::Key_F5})
+        QTest::keyClick(m_button, static_cast<Qt::Key>(key));
+    QTest::keyClick(m_button, Qt::Key_Space);
+    QCOMPARE(pressed.size(), 1);
+}
+
+void TestSrScannerGuard::tabBehindAScanGoesOn()
+{
+    m_button->setFocus();
+    KeyboardScanner::scan(QStringLiteral("ab"), {Qt::Key_Tab});
+    QVERIFY(!m_button->hasFocus());
+    QVERIFY(m_check->hasFocus());
 }
 
 void TestSrScannerGuard::mouseIsNotGuarded()

@@ -2,6 +2,7 @@
 
 #include "countingproxy.h"
 #include "messagelog.h"
+#include "srtextitemdelegate.h"
 
 #include <QHeaderView>
 #include <QLineEdit>
@@ -27,12 +28,16 @@ private slots:
     }
 
     void lastColumnStretchesAndRowsHaveNoNumbers();
+    void textsAreShownCleaned();
+    void rowsHoldTheirText();
     void captionsAreMeasuredWhenTheTableIsShown();
     void tabLeavesTheTable();
     void everyColumnButTheLastFitsItsContents();
     void longTextIsCutOffAndLeavesRoomForTheAmounts();
     void manyLongTextsLeaveRoomForTheLastColumn_data();
     void manyLongTextsLeaveRoomForTheLastColumn();
+    void columnsThatJustFitKeepTheirWidth_data();
+    void columnsThatJustFitKeepTheirWidth();
     void columnsShrinkAgain();
     void thousandsOfRowsAreNotAllMeasured();
     void tableWithoutRows();
@@ -48,6 +53,23 @@ void TestSrTableColumns::lastColumnStretchesAndRowsHaveNoNumbers()
     QVERIFY(table.horizontalHeader()->stretchLastSection());
     QVERIFY(table.verticalHeader()->isHidden());
     QCOMPARE(table.textElideMode(), Qt::ElideRight);
+}
+
+void TestSrTableColumns::textsAreShownCleaned()
+{
+    QTableView table;
+    srPrepareTable(&table);
+    QVERIFY(qobject_cast<SrTextItemDelegate *>(table.itemDelegate()));
+}
+
+void TestSrTableColumns::rowsHoldTheirText()
+{
+    QTableView table;
+    QFont large = table.font();
+    large.setPixelSize(60);
+    table.setFont(large);
+    srPrepareTable(&table);
+    QVERIFY(table.verticalHeader()->defaultSectionSize() > table.fontMetrics().height());
 }
 
 void TestSrTableColumns::captionsAreMeasuredWhenTheTableIsShown()
@@ -170,6 +192,30 @@ void TestSrTableColumns::manyLongTextsLeaveRoomForTheLastColumn()
     srFitColumnsButLast(&table);
     QCOMPARE(table.columnWidth(0), widest);
     QVERIFY(table.columnViewportPosition(columns - 1) < 690);
+}
+
+void TestSrTableColumns::columnsThatJustFitKeepTheirWidth_data()
+{
+    QTest::addColumn<int>("together");
+    QTest::addColumn<bool>("kept");
+    QTest::newRow("as much as there is room") << 680 << true;
+    QTest::newRow("a pixel too much") << 681 << false;
+}
+
+void TestSrTableColumns::columnsThatJustFitKeepTheirWidth()
+{
+    QFETCH(const int, together);
+    QFETCH(const bool, kept);
+    QStandardItemModel model(1, 3);
+    QTableView table;
+    table.setModel(&model);
+    srPrepareTable(&table);
+    table.setShowGrid(false);
+    const int widths[] = {together / 2, together - together / 2};
+    for (const int column : {0, 1})
+        model.setData(model.index(0, column), QSize(widths[column], 10), Qt::SizeHintRole);
+    srFitColumnsButLast(&table);
+    QCOMPARE(table.columnWidth(0) == widths[0] && table.columnWidth(1) == widths[1], kept);
 }
 
 void TestSrTableColumns::columnsShrinkAgain()

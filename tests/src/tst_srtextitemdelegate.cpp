@@ -12,6 +12,7 @@ class TestSrTextItemDelegate : public QObject
 private slots:
     void displayText_data();
     void displayText();
+    void numbersFollowTheLanguage();
     void measuresWhatIsShown();
 };
 
@@ -33,6 +34,12 @@ void TestSrTextItemDelegate::displayText()
     QLocale locale = QLocale::c();
     locale.setNumberOptions(QLocale::OmitGroupSeparator);
     QTEST(SrTextItemDelegate().displayText(value, locale), "shown");
+}
+
+void TestSrTextItemDelegate::numbersFollowTheLanguage()
+{
+    const QLocale russian(QLocale::Russian, QLocale::Russia);
+    QCOMPARE(SrTextItemDelegate().displayText(1.5, russian), QStringLiteral("1,5"));
 }
 
 void TestSrTextItemDelegate::measuresWhatIsShown()

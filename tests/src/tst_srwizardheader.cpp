@@ -26,6 +26,9 @@ private slots:
 
     void ordinaryNameIsTheTitle();
     void namesAreNeverMarkup();
+    void onlyTheTitleIsWrapped();
+    void whatTwoLinesHold_data();
+    void whatTwoLinesHold();
     void longTitleWrapsAndKeepsTheWindowsWidth_data();
     void longTitleWrapsAndKeepsTheWindowsWidth();
 
@@ -100,6 +103,50 @@ void TestSrWizardHeader::namesAreNeverMarkup()
     QCOMPARE(labelWith(QStringLiteral("<b>а</b>"))->textFormat(), Qt::PlainText);
     QVERIFY(labelWith(QStringLiteral("<i>б</i>")));
     QCOMPARE(labelWith(QStringLiteral("<i>б</i>"))->textFormat(), Qt::PlainText);
+}
+
+void TestSrWizardHeader::onlyTheTitleIsWrapped()
+{
+    const QString name = QStringLiteral("ООО «Ручей»");
+    auto *same = new QLabel(name, m_page);
+    auto *other = new QLabel(QStringLiteral("Долг"), m_page);
+    auto *elsewhere = new QLabel(QStringLiteral("Счёт"), m_wizard->page(0));
+    srShowPayer(m_page, name, QStringLiteral("ул. Речная, 1"));
+    m_wizard->next();
+    QVERIFY2(!same->wordWrap(), "a page's own label, whatever it says");
+    QVERIFY(!other->wordWrap());
+    QVERIFY(!elsewhere->wordWrap());
+    int titles = 0;
+    for (const QLabel *label : m_wizard->findChildren<QLabel *>())
+        titles += label != same && label->text() == name && label->wordWrap();
+    QCOMPARE(titles, 1);
+}
+
+void TestSrWizardHeader::whatTwoLinesHold_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("wholeTitle");
+    QTest::addColumn<bool>("wholeSubtitle");
+    const auto words = [](int letters) {
+        return QStringLiteral("вода ").repeated(letters).left(letters);
+    };
+    QTest::newRow("150 letters") << words(150) << true << true;
+    QTest::newRow("151 letters") << words(151) << false << true;
+    QTest::newRow("170 letters") << words(170) << false << true;
+    QTest::newRow("171 letters") << words(171) << false << false;
+    QTest::newRow("a word of 25 letters") << QString(25, QChar(u'Щ')) << true << true;
+    // Whole as well, but with a place to break it.
+    QTest::newRow("a word of 26 letters") << QString(26, QChar(u'Щ')) << false << false;
+}
+
+void TestSrWizardHeader::whatTwoLinesHold()
+{
+    QFETCH(const QString, name);
+    QFETCH(const bool, wholeTitle);
+    QFETCH(const bool, wholeSubtitle);
+    srShowPayer(m_page, name, name);
+    QCOMPARE(m_page->title() == name, wholeTitle);
+    QCOMPARE(m_page->subTitle() == name, wholeSubtitle);
 }
 
 void TestSrWizardHeader::longTitleWrapsAndKeepsTheWindowsWidth_data()

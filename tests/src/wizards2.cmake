@@ -3,7 +3,7 @@ add_library(plugin_page_test_support STATIC
     support/testrecords.cpp support/testrecords.h
     support/paymentflow.cpp support/paymentflow.h
     support/wizardbench.cpp support/wizardbench.h
-    support/accountpage.h support/countingproxy.h support/flattableproxy.h support/sumeditorrows.h support/tabletext.h)
+    support/accountpage.h support/columnfit.h support/countingproxy.h support/flattableproxy.h support/sumeditorrows.h support/tabletext.h)
 selmar_conventions(plugin_page_test_support)
 target_include_directories(plugin_page_test_support PUBLIC support
     $<TARGET_PROPERTY:selmar_wizards,INTERFACE_INCLUDE_DIRECTORIES>)

@@ -1,5 +1,6 @@
 #include "individual/sriservicespage.h"
 
+#include "columnfit.h"
 #include "individual/srcounteritemdelegate.h"
 #include "individual/srcountersmodel.h"
 #include "individual/srservicesmodel.h"
@@ -76,6 +77,7 @@ private slots:
     void registerThatIsGone();
     void wizardDestroyedBehindTheMessage();
     void handsOnACopyWithTheChanges();
+    void columnsFitWhatTheyShow();
     void longNamesLeaveTheAmountsInTheWindow();
 
 private:
@@ -526,6 +528,13 @@ void TestSrIServicesPage::handsOnACopyWithTheChanges()
     // Each call makes a copy of its own.
     handedOn->setServices({});
     QCOMPARE(page()->outputData().dynamicCast<SrPersonalAccount>()->services().size(), 2);
+}
+
+void TestSrIServicesPage::columnsFitWhatTheyShow()
+{
+    m_bench->openServices(account());
+    for (const char *name : {"tvServices", "tvCounters"})
+        QCOMPARE(ColumnFit::widths(*table(name)), ColumnFit::needed(*table(name)));
 }
 
 void TestSrIServicesPage::longNamesLeaveTheAmountsInTheWindow()

@@ -39,11 +39,14 @@ private slots:
     void futureMonthSnapsBack_data();
     void futureMonthSnapsBack();
     void yearOfThePresentTakesAFutureMonthBack();
+    void pastMonthStaysInAnyYear();
+    void plannedAmountTakesEitherSign();
     void futureYearCannotBeChosen();
     void editsOfThePeriodClearTheAnswer();
     void phoneEditKeepsTheAnswer();
 
     void addressTypedAfterTheAnswerIsHandedOn();
+    void codeIsNoAddress();
     void accountHoldsTheForm();
     void outputIsACopy();
     void previewIsEmpty();
@@ -233,6 +236,32 @@ void TestSrIStartPage::yearOfThePresentTakesAFutureMonthBack()
     QCOMPARE(form.cbMonth->currentIndex(), QDate::currentDate().month() - 1);
 }
 
+void TestSrIStartPage::pastMonthStaysInAnyYear()
+{
+    Form form;
+    form.cbPeriod->setChecked(true);
+    form.sbYear->setValue(form.sbYear->maximum() - 1);
+    form.cbMonth->setCurrentIndex(11);
+    form.sbYear->setValue(form.sbYear->maximum() - 2);
+    QCOMPARE(form.cbMonth->currentIndex(), 11);
+    form.cbMonth->setCurrentIndex(0);
+    form.sbYear->setValue(form.sbYear->maximum());
+    QCOMPARE(form.cbMonth->currentIndex(), 0);
+}
+
+void TestSrIStartPage::plannedAmountTakesEitherSign()
+{
+    Form form;
+    form.cbAmount->setChecked(true);
+    for (const QString &text : {QStringLiteral("12.34"), QStringLiteral("12,34")}) {
+        form.dsbAmount->setValue(0.0);
+        form.dsbAmount->setFocus();
+        form.dsbAmount->selectAll();
+        QTest::keyClicks(form.dsbAmount, text);
+        QCOMPARE(form.dsbAmount->value(), 12.34);
+    }
+}
+
 void TestSrIStartPage::futureYearCannotBeChosen()
 {
     Form form;
@@ -279,6 +308,18 @@ void TestSrIStartPage::addressTypedAfterTheAnswerIsHandedOn()
     const auto account = form.start->outputData().dynamicCast<SrPersonalAccount>();
     QVERIFY(account);
     QCOMPARE(account->clientPhoneOrEmail(), QStringLiteral("8912345"));
+}
+
+void TestSrIStartPage::codeIsNoAddress()
+{
+    Form form;
+    form.lePhone->setText(QStringLiteral("8 912"));
+    form.askFor(QStringLiteral("123"));
+    form.answerData();
+    form.lePhone->setText(QStringLiteral("ST00012|Sum=1"));
+    const auto account = form.start->outputData().dynamicCast<SrPersonalAccount>();
+    QVERIFY(account);
+    QCOMPARE(account->clientPhoneOrEmail(), QStringLiteral("8912"));
 }
 
 void TestSrIStartPage::accountHoldsTheForm()

@@ -35,6 +35,9 @@ private slots:
     }
 
     void answerIsShown() { Checks::answerIsShown(); }
+    void answerIsLogged() { Checks::answerIsLogged(*m_guard); }
+    void focusWhileAnAnswerIsAwaited_data() { Checks::focusWhileAnAnswerIsAwaited_data(); }
+    void focusWhileAnAnswerIsAwaited() { Checks::focusWhileAnAnswerIsAwaited(); }
     void failure_data() { Checks::failure_data(); }
     void failure() { Checks::failure(*m_guard); }
     void ignored_data() { Checks::ignored_data(); }
@@ -43,6 +46,7 @@ private slots:
     void answerWhileAnotherPageIsCurrent() { Checks::answerWhileAnotherPageIsCurrent(); }
     void answerWhileHidden() { Checks::answerWhileHidden(); }
     void olderAnswerIsMatchedByItsOwnUid() { Checks::olderAnswerIsMatchedByItsOwnUid(); }
+    void laterAnswerKeepsNothingOfTheOlder() { Checks::laterAnswerKeepsNothingOfTheOlder(); }
     void answerCountsOnce() { Checks::answerCountsOnce(); }
     void editAfterAnAnswerClearsIt() { Checks::editAfterAnAnswerClearsIt(); }
     void nextIsUnavailableWhilePending() { Checks::nextIsUnavailableWhilePending(); }

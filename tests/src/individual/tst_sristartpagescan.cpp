@@ -36,6 +36,8 @@ private slots:
 
     void codeIntoAField_data() { Checks::codeIntoAField_data(); }
     void codeIntoAField() { Checks::codeIntoAField(); }
+    void codeWithoutANumber_data() { Checks::codeWithoutANumber_data(); }
+    void codeWithoutANumber() { Checks::codeWithoutANumber(); }
     void withoutSuffixTheCodeWaitsForTheFieldToBeLeft_data()
     {
         Checks::withoutSuffixTheCodeWaitsForTheFieldToBeLeft_data();

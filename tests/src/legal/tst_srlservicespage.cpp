@@ -1,5 +1,6 @@
 #include "legal/srlservicespage.h"
 
+#include "columnfit.h"
 #include "countingproxy.h"
 #include "legal/srdocumentsmodel.h"
 #include "legal/srlsumitemdelegate.h"
@@ -72,6 +73,7 @@ private slots:
     void registerAndProfile();
     void wizardDestroyedBehindTheMessage();
     void handsOnTheTickedDocumentsOnly();
+    void columnsFitWhatTheyShow();
     void thousandsOfDocuments();
 
 private:
@@ -485,6 +487,12 @@ void TestSrLServicesPage::handsOnTheTickedDocumentsOnly()
     QCOMPARE(handedOn->accountNumber(), QStringLiteral("77/1"));
     QCOMPARE(given->documents().size(), 2);
     QCOMPARE(given->amount().toString(), QStringLiteral("0.00"));
+}
+
+void TestSrLServicesPage::columnsFitWhatTheyShow()
+{
+    m_bench->openServices(twoDocuments());
+    QCOMPARE(ColumnFit::widths(*table()), ColumnFit::needed(*table()));
 }
 
 void TestSrLServicesPage::thousandsOfDocuments()

@@ -79,6 +79,8 @@ private slots:
     void clearingTheDocumentHidesTheAmount();
     void amountWithoutADocumentIsNotSent();
     void hiddenAmountIsSentAgainWithADocument();
+    void amountThatIsNotTickedIsNotSent();
+    void plannedAmountTakesEitherSign();
     void requestBody();
     void requestParameters_data();
     void requestParameters();
@@ -88,6 +90,7 @@ private slots:
     void singleDocumentIsNumberedAfterTheForm();
     void singleDocumentWithoutANumberIsIncomplete();
     void addressTypedAfterTheAnswerIsHandedOn();
+    void codeIsNoAddress();
     void accountHoldsTheForm();
     void severalDocuments();
     void outputIsACopyAndPreviewEmpty();
@@ -221,6 +224,31 @@ void TestSrLStartPage::hiddenAmountIsSentAgainWithADocument()
     QCOMPARE(form.host.lastBody().value(QStringLiteral("summ")), QVariant(100.0));
 }
 
+void TestSrLStartPage::amountThatIsNotTickedIsNotSent()
+{
+    Form form;
+    form.typeDocument(QStringLiteral("ВК-1"));
+    form.cbAmount->setChecked(true);
+    form.dsbAmount->setValue(100.0);
+    form.cbAmount->setChecked(false);
+    form.askFor(QStringLiteral("Д-5"));
+    QVERIFY(!form.host.lastBody().contains(QStringLiteral("summ")));
+}
+
+void TestSrLStartPage::plannedAmountTakesEitherSign()
+{
+    Form form;
+    form.typeDocument(QStringLiteral("ВК-1"));
+    form.cbAmount->setChecked(true);
+    for (const QString &text : {QStringLiteral("12.34"), QStringLiteral("12,34")}) {
+        form.dsbAmount->setValue(0.0);
+        form.dsbAmount->setFocus();
+        form.dsbAmount->selectAll();
+        QTest::keyClicks(form.dsbAmount, text);
+        QCOMPARE(form.dsbAmount->value(), 12.34);
+    }
+}
+
 void TestSrLStartPage::requestBody()
 {
     Form form;
@@ -347,6 +375,18 @@ void TestSrLStartPage::addressTypedAfterTheAnswerIsHandedOn()
     const auto account = form.start->outputData().dynamicCast<SrLegalAccount>();
     QVERIFY(account);
     QCOMPARE(account->clientPhoneOrEmail(), QStringLiteral("8912345"));
+}
+
+void TestSrLStartPage::codeIsNoAddress()
+{
+    Form form;
+    form.lePhone->setText(QStringLiteral("8 912"));
+    form.askFor(QStringLiteral("123"));
+    form.answerData(BillingAnswers::legal());
+    form.lePhone->setText(QStringLiteral("ST00012|Sum=1"));
+    const auto account = form.start->outputData().dynamicCast<SrLegalAccount>();
+    QVERIFY(account);
+    QCOMPARE(account->clientPhoneOrEmail(), QStringLiteral("8912"));
 }
 
 void TestSrLStartPage::accountHoldsTheForm()

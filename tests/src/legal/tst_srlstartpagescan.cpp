@@ -36,6 +36,8 @@ private slots:
 
     void codeIntoAField_data() { Checks::codeIntoAField_data(); }
     void codeIntoAField() { Checks::codeIntoAField(); }
+    void codeWithoutANumber_data() { Checks::codeWithoutANumber_data(); }
+    void codeWithoutANumber() { Checks::codeWithoutANumber(); }
     void withoutSuffixTheCodeWaitsForTheFieldToBeLeft_data()
     {
         Checks::withoutSuffixTheCodeWaitsForTheFieldToBeLeft_data();
@@ -54,6 +56,7 @@ private slots:
     void enterInAFieldNeverGoesOn() { Checks::enterInAFieldNeverGoesOn(); }
     void foreignCode_data() { Checks::foreignCode_data(); }
     void foreignCode() { Checks::foreignCode(); }
+    void codeWithoutADocument();
     void contractAndDocument_data();
     void contractAndDocument();
 
@@ -95,6 +98,18 @@ void TestSrLStartPageScan::contractAndDocument()
     QCOMPARE(form.lePhone->text(), QString());
     QVERIFY(form.cbAmount->isVisible());
     QVERIFY(form.dsbAmount->isVisible());
+}
+
+void TestSrLStartPageScan::codeWithoutADocument()
+{
+    StartPageForm<SelmarLegalWizard> form(LegalPage::provider());
+    form.open();
+    auto *document = form.page->findChild<QLineEdit *>(QStringLiteral("leContract"));
+    Checks::place(document, QStringLiteral("77"), 2);
+    KeyboardScanner::scan(QStringLiteral("ST00012|PersAcc=100200300|Sum=150050"));
+    QCOMPARE(form.host.sent().size(), 1);
+    QCOMPARE(document->text(), QString());
+    QVERIFY(!form.lastParameters().contains(QStringLiteral("numdoc")));
 }
 
 QTEST_MAIN(TestSrLStartPageScan)

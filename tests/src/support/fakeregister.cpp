@@ -5,7 +5,7 @@
 bool FakeRegister::getFiscalStatus(QSharedPointer<FsStatus> &status)
 {
     ++statusCalls;
-    if (answers && !withoutStatus)
+    if (oldStatus || (answers && !withoutStatus))
         status = QSharedPointer<FsStatus>::create(ready);
     return answers;
 }

@@ -27,6 +27,7 @@ public:
 
     bool answers = true;        ///< false: the status cannot be read
     bool withoutStatus = false; ///< true: says that it answers, but hands out no status
+    bool oldStatus = false;     ///< true: hands out a status although none can be read
     bool ready = true;
     QString printError; ///< not empty: printing fails with it
     QString qrText = QStringLiteral("t=20261121T1000&s=150.50&fn=9999078900001234&i=7&fp=123&n=1");

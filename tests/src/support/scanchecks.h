@@ -96,6 +96,29 @@ struct ScanChecks
         QCOMPARE(form.wizard.currentId(), 0);
     }
 
+    static void codeWithoutANumber_data()
+    {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("asked");
+        // A number from before the scan is not asked for with the sum of the new bill.
+        QTest::newRow("behind an old account") << QStringLiteral("leAccount") << QString();
+        QTest::newRow("into the phone") << QStringLiteral("lePhone") << QStringLiteral("555");
+    }
+
+    static void codeWithoutANumber()
+    {
+        QFETCH(const QString, field);
+        QFETCH(const QString, asked);
+        Form form(Page::provider());
+        form.open();
+        place(form.leAccount, QStringLiteral("555"), 3);
+        form.page->template findChild<QLineEdit *>(field)->setFocus();
+        KeyboardScanner::scan(QStringLiteral("ST00012|Name=A|Sum=150050"));
+        QCOMPARE(form.host.sent().size(), 1);
+        QCOMPARE(form.leAccount->text(), asked);
+        QCOMPARE(form.lastParameters().value(QStringLiteral("account")), asked);
+    }
+
     static void withoutSuffixTheCodeWaitsForTheFieldToBeLeft_data()
     {
         QTest::addColumn<QString>("field");

@@ -31,6 +31,42 @@ struct StartPageChecks
         QVERIFY(form.tbSummary->toPlainText().contains(QStringLiteral("Иванов Пётр")));
     }
 
+    /// The log is what is left when a payment is asked about later.
+    static void answerIsLogged(GuiTestGuard &guard)
+    {
+        Form form(Page::provider());
+        form.open();
+        form.askFor(QStringLiteral("123"));
+        guard.log.clear();
+        form.answer(BillingAnswers::data(form.host.lastUid(), Page::account()));
+        QCOMPARE(guard.log.containing(QtDebugMsg, QStringLiteral("payParamList")).size(), 1);
+    }
+
+    /// Nothing that a key could press has the focus while the answer is awaited.
+    static void focusWhileAnAnswerIsAwaited_data()
+    {
+        QTest::addColumn<bool>("leaves");
+        QTest::newRow("cashier waits") << false;
+        QTest::newRow("cashier has gone to the Cancel button") << true;
+    }
+
+    static void focusWhileAnAnswerIsAwaited()
+    {
+        QFETCH(const bool, leaves);
+        Form form(Page::provider());
+        form.open();
+        form.pbGetData->setFocus();
+        form.askFor(QStringLiteral("123"));
+        QCOMPARE(form.wizard.focusWidget(), form.tbSummary);
+        QWidget *focused = form.tbSummary;
+        if (leaves) {
+            focused = form.wizard.button(QWizard::CancelButton);
+            focused->setFocus();
+        }
+        form.answer(BillingAnswers::data(form.host.lastUid(), Page::account()));
+        QCOMPARE(form.wizard.focusWidget(), focused);
+    }
+
     static void failure_data()
     {
         QTest::addColumn<QVariantMap>("envelope");
@@ -116,6 +152,8 @@ struct StartPageChecks
         QCOMPARE(box.buttons.size(), 1);
         QCOMPARE(format, Qt::PlainText);
         QVERIFY(idleBehindTheBox);
+        QCOMPARE(form.wizard.focusWidget(), form.leAccount);
+        QCOMPARE(form.leAccount->selectedText(), QStringLiteral("123")); // to be typed over
         QVERIFY(form.isIdle());
         QVERIFY(form.showsNothing());
         answersTheNextRequest(form);
@@ -226,6 +264,20 @@ struct StartPageChecks
         QVERIFY(form.showsAccount());
         form.answer(BillingAnswers::data(newer, Page::account()));
         QVERIFY(form.showsAccount());
+    }
+
+    static void laterAnswerKeepsNothingOfTheOlder()
+    {
+        Form form(Page::provider());
+        form.open();
+        form.askFor(QStringLiteral("123"));
+        const QString older = form.host.lastUid();
+        QVERIFY(QMetaObject::invokeMethod(form.page, "getClientData"));
+        form.answer(BillingAnswers::data(older, Page::account()));
+        QVERIFY(form.showsAccount());
+        form.answer(BillingAnswers::data(form.host.lastUid(), {}));
+        QVERIFY(!form.page->isComplete());
+        QVERIFY(!form.tbSummary->toPlainText().contains(QStringLiteral("Иванов Пётр")));
     }
 
     static void answerCountsOnce()

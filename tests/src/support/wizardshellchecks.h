@@ -113,6 +113,8 @@ struct WizardShellChecks
         wizard->createPages(provider);
         QCOMPARE(wizard->pageIds(), (QList<int>{0, 1, 2}));
         QCOMPARE(wizard->startId(), 0);
+        QCOMPARE(wizard->titleFormat(), Qt::PlainText);
+        QCOMPARE(wizard->subTitleFormat(), Qt::PlainText);
         QStringList found;
         for (const int id : wizard->pageIds()) {
             found.append(QString::fromLatin1(wizard->page(id)->metaObject()->className()));
@@ -284,6 +286,7 @@ struct WizardShellChecks
     static void execute(int result, bool expected)
     {
         OpenWizard<Wizard> open(Provider{});
+        QSignalSpy finished(&open.wizard, &QDialog::finished);
         QTimer::singleShot(0, &open.wizard, [&open, result] {
             if (result < 0)
                 open.wizard.close();
@@ -291,6 +294,7 @@ struct WizardShellChecks
                 QMetaObject::invokeMethod(&open.wizard, "done", Q_ARG(int, result));
         });
         QCOMPARE(open.wizard.execute(), expected);
+        QCOMPARE(finished.size(), 1);
         QVERIFY(open.host.sent().isEmpty());
         QVERIFY(open.wizard.payment().isEmpty());
     }

@@ -2,6 +2,7 @@
 find_package(Qt5 5.15 REQUIRED COMPONENTS Core Sql)
 add_library(terminal_core STATIC
     app/optionvalues.h app/optionvalues.cpp
+    app/programoptions.h app/programoptions.cpp
     bus/busjournal.h bus/busjournal.cpp
     bus/busjournalentry.h
     bus/busmessage.h

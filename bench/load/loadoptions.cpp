@@ -1,23 +1,16 @@
 #include "loadoptions.h"
 
-#include <QCommandLineParser>
+#include <app/programoptions.h>
+
+#include <QCommandLineOption>
 #include <QCoreApplication>
 #include <QDir>
-
-#include <cstdio>
-#include <cstdlib>
 
 namespace {
 
 constexpr int MOST_BOXES = 5000;
 constexpr int MOST_WORKERS = 64;
 constexpr int MOST_SECONDS = 3600;
-
-[[noreturn]] void refuse(const QString &text)
-{
-    std::fprintf(stderr, "%s\nСправка: selmar-load --help\n", qUtf8Printable(text));
-    std::exit(2);
-}
 
 QVector<int> numbersOf(const QString &text, const QString &key, int most)
 {
@@ -27,8 +20,9 @@ QVector<int> numbersOf(const QString &text, const QString &key, int most)
         bool ok = false;
         const int number = part.toInt(&ok);
         if (!ok || number < 1 || number > most)
-            refuse(QStringLiteral("Ключ %1: нужны целые числа от 1 до %2 через запятую, а не «%3».")
-                       .arg(key, QString::number(most), text));
+            ProgramOptions::refuse(
+                QStringLiteral("Ключ %1: нужны целые числа от 1 до %2 через запятую, а не «%3».")
+                    .arg(key, QString::number(most), text));
         numbers.append(number);
     }
     return numbers;
@@ -66,28 +60,22 @@ LoadOptions LoadOptions::parse(const QStringList &arguments)
         QStringLiteral("число"), QStringLiteral("0"));
     const QCommandLineOption noRaw(QStringLiteral("no-raw"),
                                    QStringLiteral("Не мерить сервер сообщений сам по себе."));
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
+    const ProgramOptions given(
         QStringLiteral("Нагрузка: много касс без окон, один сервер сообщений, несколько "
-                       "обработчиков биллинга."));
-    const QCommandLineOption help = parser.addHelpOption();
-    parser.addOptions({boxBus, workerBus, boxes, workers, seconds, program, brokerPid, noRaw});
-    if (!parser.parse(arguments))
-        refuse(parser.errorText());
-    if (parser.isSet(help))
-        parser.showHelp();
-    if (!parser.isSet(boxBus) || !parser.isSet(workerBus))
-        refuse(QStringLiteral("Нужны оба ключа: --bus и --worker-bus."));
+                       "обработчиков биллинга."),
+        {boxBus, workerBus, boxes, workers, seconds, program, brokerPid, noRaw}, arguments);
+    if (!given.isSet(boxBus) || !given.isSet(workerBus))
+        ProgramOptions::refuse(QStringLiteral("Нужны оба ключа: --bus и --worker-bus."));
 
     LoadOptions options;
-    options.boxBus = parser.value(boxBus);
-    options.workerBus = parser.value(workerBus);
-    options.boxes = numbersOf(parser.value(boxes), QStringLiteral("--boxes"), MOST_BOXES);
-    options.workers = numbersOf(parser.value(workers), QStringLiteral("--workers"), MOST_WORKERS);
+    options.boxBus = given.value(boxBus);
+    options.workerBus = given.value(workerBus);
+    options.boxes = numbersOf(given.value(boxes), QStringLiteral("--boxes"), MOST_BOXES);
+    options.workers = numbersOf(given.value(workers), QStringLiteral("--workers"), MOST_WORKERS);
     options.seconds =
-        numbersOf(parser.value(seconds), QStringLiteral("--seconds"), MOST_SECONDS).constFirst();
-    options.workerProgram = parser.value(program);
-    options.brokerPid = parser.value(brokerPid).toLongLong();
-    options.raw = !parser.isSet(noRaw);
+        numbersOf(given.value(seconds), QStringLiteral("--seconds"), MOST_SECONDS).constFirst();
+    options.workerProgram = given.value(program);
+    options.brokerPid = given.value(brokerPid).toLongLong();
+    options.raw = !given.isSet(noRaw);
     return options;
 }

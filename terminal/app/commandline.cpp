@@ -1,21 +1,12 @@
 #include "commandline.h"
 
-#include <app/optionvalues.h>
+#include <app/programoptions.h>
 
-#include <QCommandLineParser>
-#include <QCoreApplication>
+#include <QCommandLineOption>
 
-#include <cstdio>
-#include <cstdlib>
 #include <optional>
 
 namespace {
-
-[[noreturn]] void refuse(const QString &text)
-{
-    std::fprintf(stderr, "%s\nСправка: selmar-terminal --help\n", qUtf8Printable(text));
-    std::exit(2);
-}
 
 CommandLine::Demo demoOf(const QString &name)
 {
@@ -23,7 +14,7 @@ CommandLine::Demo demoOf(const QString &name)
         return CommandLine::Demo::Individual;
     if (name == QLatin1String("legal"))
         return CommandLine::Demo::Legal;
-    refuse(
+    ProgramOptions::refuse(
         QStringLiteral(
             "Показа «%1» нет. Есть два: individual (физическое лицо) и legal (юридическое лицо).")
             .arg(name));
@@ -38,17 +29,18 @@ QCommandLineOption stateOption(Device device)
                               QStringLiteral("состояние"));
 }
 
-QVector<QPair<Device, QString>> statesIn(const QCommandLineParser &parser)
+QVector<QPair<Device, QString>> statesIn(const ProgramOptions &given)
 {
     QVector<QPair<Device, QString>> states;
     for (const Device device : DeviceStates::devices()) {
         const QString option = DeviceStates::option(device);
-        const QString key = parser.value(option);
-        if (!parser.isSet(option))
+        const QString key = given.value(option);
+        if (!given.isSet(option))
             continue;
         if (!DeviceStates::find(device, key))
-            refuse(QStringLiteral("Состояния «%1» у ключа --%2 нет. Есть %3.")
-                       .arg(key, option, DeviceStates::keys(device).join(QStringLiteral(", "))));
+            ProgramOptions::refuse(
+                QStringLiteral("Состояния «%1» у ключа --%2 нет. Есть %3.")
+                    .arg(key, option, DeviceStates::keys(device).join(QStringLiteral(", "))));
         states.append({device, key});
     }
     return states;
@@ -119,74 +111,68 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         QStringLiteral("Напечатать текст кода с картинки, как его ввёл бы сканер, и выйти."),
         QStringLiteral("картинка"));
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Образцовое рабочее место кассира: принимает платежи через подключаемый модуль."));
-    const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption version = parser.addVersionOption();
     QList<QCommandLineOption> options{data, plugin, bus};
     for (const Device device : DeviceStates::devices())
         options.append(stateOption(device));
     options +=
         {demo, scenario, out, visible, slow, checkStart, bill, document, encoding, file, readCode};
-    parser.addOptions(options);
-    const QString missing = missingOptionValue(options + QList{help, version}, arguments);
-    if (!missing.isEmpty())
-        refuse(missing);
-    if (!parser.parse(arguments))
-        refuse(parser.errorText());
-    if (parser.isSet(help))
-        parser.showHelp();
-    if (parser.isSet(version))
-        parser.showVersion();
-    if (!parser.positionalArguments().isEmpty())
-        refuse(
-            QStringLiteral("Лишнее слово: «%1».").arg(parser.positionalArguments().constFirst()));
+    const ProgramOptions given(
+        QStringLiteral(
+            "Образцовое рабочее место кассира: принимает платежи через подключаемый модуль."),
+        options, arguments);
 
     CommandLine result;
-    result.dataFolder = parser.value(data);
-    result.pluginFile = parser.value(plugin);
-    result.busAddress = parser.value(bus);
-    result.deviceStates = statesIn(parser);
-    if (parser.isSet(bus) && parser.isSet(DeviceStates::option(Device::Billing)))
-        refuse(QStringLiteral("За сервером сообщений биллинг не здешний, поэтому ключ --bus с "
-                              "--billing не употребляется."));
-    if (parser.isSet(demo))
-        result.demo = demoOf(parser.value(demo));
-    result.scenarioFile = parser.value(scenario);
-    if (parser.isSet(bus) && parser.isSet(scenario))
-        refuse(QStringLiteral("Сценарий управляет биллингом внутри программы, поэтому ключ --bus "
-                              "с --scenario не употребляется."));
-    result.outFolder = parser.value(out);
-    result.visible = parser.isSet(visible);
-    result.checkStart = parser.isSet(checkStart);
+    result.dataFolder = given.value(data);
+    result.pluginFile = given.value(plugin);
+    result.busAddress = given.value(bus);
+    result.deviceStates = statesIn(given);
+    if (given.isSet(bus) && given.isSet(DeviceStates::option(Device::Billing)))
+        ProgramOptions::refuse(
+            QStringLiteral("За сервером сообщений биллинг не здешний, поэтому ключ --bus с "
+                           "--billing не употребляется."));
+    if (given.isSet(demo))
+        result.demo = demoOf(given.value(demo));
+    result.scenarioFile = given.value(scenario);
+    if (given.isSet(bus) && given.isSet(scenario))
+        ProgramOptions::refuse(
+            QStringLiteral("Сценарий управляет биллингом внутри программы, поэтому ключ --bus "
+                           "с --scenario не употребляется."));
+    result.outFolder = given.value(out);
+    result.visible = given.isSet(visible);
+    result.checkStart = given.isSet(checkStart);
     bool ok = false;
-    result.pause = parser.value(slow).toInt(&ok);
+    result.pause = given.value(slow).toInt(&ok);
     if (!ok || result.pause < 0 || result.pause > 60000)
-        refuse(QStringLiteral("Пауза «%1» не годится: нужно целое число миллисекунд от 0 до 60000.")
-                   .arg(parser.value(slow)));
-    if ((parser.isSet(out) || parser.isSet(slow) || result.visible) && result.demo == Demo::None
+        ProgramOptions::refuse(
+            QStringLiteral("Пауза «%1» не годится: нужно целое число миллисекунд от 0 до 60000.")
+                .arg(given.value(slow)));
+    if ((given.isSet(out) || given.isSet(slow) || result.visible) && result.demo == Demo::None
         && result.scenarioFile.isEmpty())
-        refuse(QStringLiteral("Ключи --out, --slow и --visible имеют смысл только вместе с --demo "
-                              "или --scenario."));
+        ProgramOptions::refuse(
+            QStringLiteral("Ключи --out, --slow и --visible имеют смысл только вместе с --demo "
+                           "или --scenario."));
 
-    result.billAccount = parser.value(bill);
-    result.billDocument = parser.value(document);
-    result.billFile = parser.value(file);
-    result.codePicture = parser.value(readCode);
-    const std::optional<CodeEncoding> known = CodeEncodings::fromName(parser.value(encoding));
+    result.billAccount = given.value(bill);
+    result.billDocument = given.value(document);
+    result.billFile = given.value(file);
+    result.codePicture = given.value(readCode);
+    const std::optional<CodeEncoding> known = CodeEncodings::fromName(given.value(encoding));
     if (!known)
-        refuse(QStringLiteral("Кодировки «%1» у кода не бывает. Есть utf-8, windows-1251 и koi8-r.")
-                   .arg(parser.value(encoding)));
+        ProgramOptions::refuse(
+            QStringLiteral("Кодировки «%1» у кода не бывает. Есть utf-8, windows-1251 и koi8-r.")
+                .arg(given.value(encoding)));
     result.billEncoding = *known;
-    if (parser.isSet(bill) != parser.isSet(file))
-        refuse(QStringLiteral("Ключи --bill и --file нужны вместе: чья квитанция и в какой файл."));
-    if ((parser.isSet(document) || parser.isSet(encoding)) && !parser.isSet(bill))
-        refuse(QStringLiteral("Ключи --document и --encoding имеют смысл только вместе с --bill."));
-    const int tasks = int(parser.isSet(demo)) + int(parser.isSet(scenario))
-        + int(parser.isSet(bill)) + int(parser.isSet(readCode)) + int(result.checkStart);
+    if (given.isSet(bill) != given.isSet(file))
+        ProgramOptions::refuse(
+            QStringLiteral("Ключи --bill и --file нужны вместе: чья квитанция и в какой файл."));
+    if ((given.isSet(document) || given.isSet(encoding)) && !given.isSet(bill))
+        ProgramOptions::refuse(
+            QStringLiteral("Ключи --document и --encoding имеют смысл только вместе с --bill."));
+    const int tasks = int(given.isSet(demo)) + int(given.isSet(scenario)) + int(given.isSet(bill))
+        + int(given.isSet(readCode)) + int(result.checkStart);
     if (tasks > 1)
-        refuse(QStringLiteral("Из ключей --demo, --scenario, --check-start, --bill и --read-code "
-                              "употребляется один за раз."));
+        ProgramOptions::refuse(
+            QStringLiteral("Из ключей --demo, --scenario, --check-start, --bill и --read-code "
+                           "употребляется один за раз."));
     return result;
 }

@@ -2,31 +2,11 @@
 
 #include <app/terminalcontext.h>
 
-#include <QElapsedTimer>
-#include <QEventLoop>
-#include <QTimer>
+#include <QTest>
 
 #include <cstdio>
-#include <functional>
 
 namespace {
-
-constexpr int LOOK_MS = 20;
-
-bool waitFor(const std::function<bool()> &condition, int patienceMs)
-{
-    QElapsedTimer waiting;
-    waiting.start();
-    QEventLoop loop;
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, &loop, [&] {
-        if (condition() || waiting.hasExpired(patienceMs))
-            loop.quit();
-    });
-    look.start(LOOK_MS);
-    loop.exec();
-    return condition();
-}
 
 bool finish(PaymentReconciler &reconciler, const PaymentCase &payment, QString *error)
 {
@@ -47,7 +27,7 @@ bool finish(PaymentReconciler &reconciler, const PaymentCase &payment, QString *
 
 bool StationRecovery::waitUntilConfirmed(TerminalContext &context, int patienceMs)
 {
-    return waitFor(
+    return QTest::qWaitFor(
         [&context] {
             return context.payments().unposted().isEmpty()
                 && context.payments().unacknowledged().isEmpty();
@@ -57,7 +37,7 @@ bool StationRecovery::waitUntilConfirmed(TerminalContext &context, int patienceM
 
 bool StationRecovery::recover(TerminalContext &context, int patienceMs)
 {
-    if (!waitFor([&context] { return context.bus().connected(); }, patienceMs))
+    if (!QTest::qWaitFor([&context] { return context.bus().connected(); }, patienceMs))
         return false;
     const PaymentReconciler::Report report =
         context.reconciler().reconcile(PaymentReconciler::Scope::Open);

@@ -2,6 +2,8 @@
 
 #include "sraccount.h"
 
+#include <algorithm>
+
 namespace {
 
 const QString tableStart = QStringLiteral(R"(<table width="90%" border=1 align="center"><tbody>)");
@@ -17,27 +19,32 @@ const QString rowEnd = QStringLiteral("</td></tr>");
 
 constexpr int usualTotalsLength = 320;
 
-bool hasMarkup(const QString &text)
+/// What stands for a character of markup; empty for any other.
+QLatin1String reference(QChar c)
 {
-    return text.contains(QLatin1Char('<')) || text.contains(QLatin1Char('>'))
-        || text.contains(QLatin1Char('&'));
+    switch (c.unicode()) {
+    case u'<':
+        return QLatin1String("&lt;");
+    case u'>':
+        return QLatin1String("&gt;");
+    case u'&':
+        return QLatin1String("&amp;");
+    }
+    return QLatin1String();
 }
 
 void appendEscaped(QString &out, const QString &text)
 {
-    if (!hasMarkup(text)) {
-        out += text;
-        return;
-    }
-    for (const QChar c : text) {
-        if (c == QLatin1Char('<'))
-            out += QLatin1String("&lt;");
-        else if (c == QLatin1Char('>'))
-            out += QLatin1String("&gt;");
-        else if (c == QLatin1Char('&'))
-            out += QLatin1String("&amp;");
-        else
-            out += c;
+    const auto isMarkup = [](QChar c) { return !reference(c).isEmpty(); };
+    const auto end = text.cend();
+    auto from = text.cbegin();
+    while (from != end) {
+        const auto markup = std::find_if(from, end, isMarkup);
+        out.append(from, static_cast<int>(markup - from));
+        if (markup == end)
+            return;
+        out += reference(*markup);
+        from = markup + 1;
     }
 }
 

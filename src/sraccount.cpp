@@ -15,7 +15,7 @@ const QString SRAccount::FIELD_TAX = QStringLiteral("tax");
 
 QString SRAccount::fio() const
 {
-    return SrValues::text(getValue(FIELD_FIO));
+    return valueRead(FIELD_FIO, SrValues::text);
 }
 
 void SRAccount::setFio(const QString &fio)
@@ -25,7 +25,7 @@ void SRAccount::setFio(const QString &fio)
 
 QString SRAccount::address() const
 {
-    return SrValues::text(getValue(FIELD_ADDRESS));
+    return valueRead(FIELD_ADDRESS, SrValues::text);
 }
 
 void SRAccount::setAddress(const QString &address)
@@ -35,7 +35,7 @@ void SRAccount::setAddress(const QString &address)
 
 basix::FixNumber SRAccount::charge() const
 {
-    return SrValues::money(getValue(FIELD_CHARGE));
+    return valueRead(FIELD_CHARGE, SrValues::money);
 }
 
 void SRAccount::setCharge(const basix::FixNumber &charge)
@@ -45,7 +45,7 @@ void SRAccount::setCharge(const basix::FixNumber &charge)
 
 basix::FixNumber SRAccount::debt() const
 {
-    return SrValues::money(getValue(FIELD_DEBT));
+    return valueRead(FIELD_DEBT, SrValues::money);
 }
 
 void SRAccount::setDebt(const basix::FixNumber &debt)
@@ -55,7 +55,7 @@ void SRAccount::setDebt(const basix::FixNumber &debt)
 
 basix::FixNumber SRAccount::remainder() const
 {
-    return SrValues::money(getValue(FIELD_REMAINDER));
+    return valueRead(FIELD_REMAINDER, SrValues::money);
 }
 
 void SRAccount::setRemainder(const basix::FixNumber &remainder)
@@ -65,7 +65,7 @@ void SRAccount::setRemainder(const basix::FixNumber &remainder)
 
 basix::FixNumber SRAccount::tax() const
 {
-    return SrValues::money(getValue(FIELD_TAX));
+    return valueRead(FIELD_TAX, SrValues::money);
 }
 
 void SRAccount::setTax(const basix::FixNumber &tax)
@@ -75,7 +75,7 @@ void SRAccount::setTax(const basix::FixNumber &tax)
 
 QString SRAccount::inn() const
 {
-    return SrValues::text(getValue(FIELD_INN));
+    return valueRead(FIELD_INN, SrValues::text);
 }
 
 void SRAccount::setInn(const QString &inn)

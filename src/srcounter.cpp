@@ -10,7 +10,7 @@ const QString SrCounter::FIELD_CUR_VALUE = QStringLiteral("currvalue");
 
 qint64 SrCounter::id() const
 {
-    return SrValues::integer(getValue(FIELD_ID));
+    return valueRead(FIELD_ID, SrValues::integer);
 }
 
 void SrCounter::setId(qint64 id)
@@ -20,7 +20,7 @@ void SrCounter::setId(qint64 id)
 
 QString SrCounter::name() const
 {
-    return SrValues::text(getValue(FIELD_NAME));
+    return valueRead(FIELD_NAME, SrValues::text);
 }
 
 void SrCounter::setName(const QString &name)
@@ -30,7 +30,7 @@ void SrCounter::setName(const QString &name)
 
 qint64 SrCounter::lastValue() const
 {
-    return SrValues::integer(getValue(FIELD_LAST_VALUE));
+    return valueRead(FIELD_LAST_VALUE, SrValues::integer);
 }
 
 void SrCounter::setLastValue(qint64 value)
@@ -40,7 +40,7 @@ void SrCounter::setLastValue(qint64 value)
 
 qint64 SrCounter::curValue() const
 {
-    return SrValues::integer(getValue(FIELD_CUR_VALUE));
+    return valueRead(FIELD_CUR_VALUE, SrValues::integer);
 }
 
 void SrCounter::setCurValue(qint64 value)

@@ -132,7 +132,7 @@ void SrDocument::parseSingleDocFormat(const QString &docNumber, const QVariantLi
 
 qint64 SrDocument::id() const
 {
-    return SrValues::integer(getValue(FIELD_ID));
+    return valueRead(FIELD_ID, SrValues::integer);
 }
 
 void SrDocument::setId(qint64 id)
@@ -142,7 +142,7 @@ void SrDocument::setId(qint64 id)
 
 QString SrDocument::docNumber() const
 {
-    return SrValues::text(getValue(FIELD_NUM));
+    return valueRead(FIELD_NUM, SrValues::text);
 }
 
 void SrDocument::setDocNumber(const QString &docNumber)
@@ -152,7 +152,7 @@ void SrDocument::setDocNumber(const QString &docNumber)
 
 basix::FixNumber SrDocument::charge() const
 {
-    return SrValues::money(getValue(FIELD_CHARGE));
+    return valueRead(FIELD_CHARGE, SrValues::money);
 }
 
 void SrDocument::setCharge(const basix::FixNumber &charge)
@@ -162,7 +162,7 @@ void SrDocument::setCharge(const basix::FixNumber &charge)
 
 basix::FixNumber SrDocument::topay() const
 {
-    return SrValues::money(getValue(FIELD_TOPAY));
+    return valueRead(FIELD_TOPAY, SrValues::money);
 }
 
 void SrDocument::setTopay(const basix::FixNumber &topay)
@@ -172,7 +172,7 @@ void SrDocument::setTopay(const basix::FixNumber &topay)
 
 basix::FixNumber SrDocument::distributed() const
 {
-    return SrValues::money(getValue(FIELD_DISTRIBUTED));
+    return valueRead(FIELD_DISTRIBUTED, SrValues::money);
 }
 
 void SrDocument::setDistributed(const basix::FixNumber &distributed)

@@ -5,6 +5,7 @@
 #include <QDebug>
 #include <QLoggingCategory>
 
+#include <cstring>
 #include <iterator>
 
 namespace {
@@ -14,6 +15,15 @@ const QString keyValue = QStringLiteral("value");
 const QString keyTitle = QStringLiteral("title");
 const QString keyIsEditable = QStringLiteral("isEditable");
 
+/// Whether two names are the same: a few letters each, and every value that is read asks for it
+/// several times.
+bool isSame(const QString &name, const QString &other)
+{
+    const std::size_t bytes = static_cast<std::size_t>(name.size()) * sizeof(QChar);
+    return name.size() == other.size()
+        && std::memcmp(name.constData(), other.constData(), bytes) == 0;
+}
+
 /// The few names in a record or a descriptor differ in length: walking along them and comparing
 /// lengths is several times quicker than a search that orders texts.
 QVariantMap::const_iterator find(const QVariantMap &map, const QString &name)
@@ -22,7 +32,7 @@ QVariantMap::const_iterator find(const QVariantMap &map, const QString &name)
     if (map.size() > few)
         return map.constFind(name);
     auto entry = map.constBegin();
-    while (entry != map.constEnd() && entry.key() != name)
+    while (entry != map.constEnd() && !isSame(entry.key(), name))
         ++entry;
     return entry;
 }
@@ -76,7 +86,7 @@ const QVariant *SrObject::valueInPlace(const QString &name) const
         return nullptr;
     // Of the keys that billing sends "value" is the last one: found without a search.
     const auto last = std::prev(descriptor.constEnd());
-    if (last.key() == keyValue)
+    if (isSame(last.key(), keyValue))
         return &*last;
     const auto value = find(descriptor, keyValue);
     return value == descriptor.constEnd() ? nullptr : &*value;

@@ -80,8 +80,9 @@ QString SrLegalAccount::htmlHeader() const
     document += SrHtml::documentStart();
     SrHtml::appendLine(document, SrHtml::payerName(fio()));
     SrHtml::appendLine(document, SrHtml::heading(address()));
-    if (!inn().isEmpty())
-        SrHtml::appendLine(document, SrHtml::heading(QStringLiteral("ИНН № ") + inn()));
+    const QString taxpayer = inn();
+    if (!taxpayer.isEmpty())
+        SrHtml::appendLine(document, SrHtml::heading(QStringLiteral("ИНН № ") + taxpayer));
     // Deliberate pairing: a legal entity's account number is its contract, the contract member its
     // personal account.
     if (!m_contract.isEmpty()) {

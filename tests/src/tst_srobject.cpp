@@ -17,7 +17,8 @@ private slots:
     void elementIsKeptAsItCame();
     void readsField_data();
     void readsField();
-    void readsEveryOfManyFields();
+    void readsEveryOfSeveralFields_data();
+    void readsEveryOfSeveralFields();
     void readsADescriptorThatIsAHash();
     void valueIsReadWhereItIs_data();
     void valueIsReadWhereItIs();
@@ -123,19 +124,32 @@ void TestSrObject::readsField()
     QTEST(object.isEditable(nameA), "editable");
 }
 
-void TestSrObject::readsEveryOfManyFields()
+void TestSrObject::readsEveryOfSeveralFields_data()
 {
+    QTest::addColumn<QStringList>("names");
+    QStringList many;
+    for (int i = 100; i < 200; ++i)
+        many.append(QString::number(i));
+    QTest::newRow("few, alike but for their ends") << QStringList(many.mid(0, 10));
+    QTest::newRow("many") << many;
+    QTest::newRow("one begins as the other")
+        << QStringList{QStringLiteral("n"), QStringLiteral("nu"), QStringLiteral("num")};
+}
+
+void TestSrObject::readsEveryOfSeveralFields()
+{
+    QFETCH(const QStringList, names);
     QVariantList list;
-    for (int i = 0; i < 100; ++i)
-        list.append(field(QString::number(i), i, Edit::Allowed, QString::number(-i)));
+    for (const QString &name : names)
+        list.append(field(name, name + QLatin1Char('v'), Edit::Allowed, name + QLatin1Char('t')));
     SrObject object = record(list);
-    for (int i = 0; i < 100; ++i) {
-        const QString name = QString::number(i);
-        QCOMPARE(object.getValue(name), QVariant(i));
-        QCOMPARE(object.getTitle(name), QString::number(-i));
+    for (const QString &name : names) {
+        QCOMPARE(object.getValue(name), QVariant(name + QLatin1Char('v')));
+        QCOMPARE(object.getTitle(name), name + QLatin1Char('t'));
         QVERIFY(object.isEditable(name));
     }
-    QVERIFY(!object.getValue(QStringLiteral("100")).isValid());
+    QVERIFY(!object.getValue(names.constLast() + QLatin1Char('x')).isValid());
+    QVERIFY(!object.getValue(names.constFirst().chopped(1)).isValid());
 }
 
 void TestSrObject::readsADescriptorThatIsAHash()

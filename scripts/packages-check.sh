@@ -66,6 +66,9 @@ done
 as_user selmar-terminal --bill 7001000101 --file /home/cashier/bill.png
 as_user selmar-terminal --read-code /home/cashier/bill.png | grep 'PersAcc=7001000101' >/dev/null || fail "Код квитанции не прочитан."
 as_user selmar-billing-worker --help >/dev/null
+# The module for a broker was found and loaded: it is the one that reads the address.
+refused=$(as_user selmar-terminal --demo legal --bus mqtt://h 2>&1) && fail "Негодный адрес сервера сообщений принят."
+grep 'начинаться с amqp://' <<<"$refused" >/dev/null || fail "Связь с сервером сообщений не загрузилась: $refused"
 leftovers=$(in_clean dpkg --verify selmar-platform selmarrivenhold-plugin selmar-terminal)
 [ -z "$leftovers" ] || fail "Файлы пакетов изменились: $leftovers"
 

@@ -3,14 +3,17 @@ find_package(Qt5 5.15 REQUIRED COMPONENTS Core Sql)
 add_library(terminal_core STATIC
     app/optionvalues.h app/optionvalues.cpp
     app/programoptions.h app/programoptions.cpp
+    bus/brokermodule.h bus/brokermodule.cpp
     bus/busjournal.h bus/busjournal.cpp
     bus/busjournalentry.h
     bus/busmessage.h
     bus/crossedfields.h bus/crossedfields.cpp
+    bus/ibrokermodule.h
     bus/inprocessbus.h bus/inprocessbus.cpp
     bus/messagebody.h bus/messagebody.cpp
     bus/messagebus.h bus/messagebus.cpp
     bus/messagetext.h bus/messagetext.cpp
+    bus/terminalexport.h
     bus/wiretext.h bus/wiretext.cpp
     billing/billingdatabase.h billing/billingdatabase.cpp
     billing/billinganswerwriter.h billing/billinganswerwriter.cpp

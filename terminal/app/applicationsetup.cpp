@@ -13,6 +13,17 @@ namespace {
 constexpr int textSize = 13;  // pixels: the same on every screen and in every picture
 constexpr int inputSize = 16; // pixels
 
+/// `installed` is the file in an installed tree; in the tree of a build, which goes first, it
+/// stands in the folder `built`.
+QString besideTheProgram(const QString &built, const QString &installed)
+{
+    const QDir above(QDir::cleanPath(QApplication::applicationDirPath() + QStringLiteral("/..")));
+    const QString inBuild =
+        above.filePath(QStringLiteral("%1/%2").arg(built, QFileInfo(installed).fileName()));
+    const QString inPrefix = above.filePath(installed);
+    return QFileInfo::exists(inPrefix) && !QFileInfo::exists(inBuild) ? inPrefix : inBuild;
+}
+
 } // namespace
 
 ApplicationSetup::ApplicationSetup(QApplication &application)
@@ -57,13 +68,14 @@ QFont ApplicationSetup::inputFont() const
 
 QString ApplicationSetup::defaultPluginFile()
 {
-    const QDir program(QApplication::applicationDirPath());
-    const QString file = QStringLiteral("selmarrivenhold.so");
-    const QString built = program.filePath(QStringLiteral("../plugins/") + file);
-    const QString installed =
-        program.filePath(QStringLiteral("../" SELMAR_PLUGIN_INSTALL_DIR "/") + file);
-    return QDir::cleanPath(QFileInfo::exists(installed) && !QFileInfo::exists(built) ? installed
-                                                                                     : built);
+    return besideTheProgram(QStringLiteral("plugins"),
+                            QStringLiteral(SELMAR_PLUGIN_INSTALL_DIR "/selmarrivenhold.so"));
+}
+
+QString ApplicationSetup::brokerModuleFile()
+{
+    return besideTheProgram(QStringLiteral("modules"),
+                            QStringLiteral(SELMAR_MODULE_INSTALL_DIR "/selmarbroker.so"));
 }
 
 QString ApplicationSetup::defaultDataFolder()

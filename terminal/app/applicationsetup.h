@@ -25,6 +25,8 @@ public:
 
     /// Where the plugin stands that was built or installed with this program.
     static QString defaultPluginFile();
+    /// Where this program's module for a message broker stands; see BrokerModule.
+    static QString brokerModuleFile();
     static QString defaultDataFolder();
 
 private:

@@ -4,8 +4,7 @@
 #include "terminalcontext.h"
 #include "tracelog.h"
 
-#include <bus/amqp/amqpbus.h>
-#include <bus/amqp/brokeraddress.h>
+#include <bus/brokermodule.h>
 #include <payments/paymentrows.h>
 #include <recovery/privatedata.h>
 #include <scenario/individualdemo.h>
@@ -160,10 +159,10 @@ int run(QApplication &application, const QStringList &ownArguments)
     QString error;
     std::unique_ptr<MessageBus> bus;
     if (!commandLine.busAddress.isEmpty()) {
-        const auto address = BrokerAddress::parseArgument(commandLine.busAddress, &error);
-        if (!address)
+        bus = BrokerModule::open(ApplicationSetup::brokerModuleFile(), commandLine.busAddress,
+                                 &error);
+        if (!bus)
             return cannotStart(error);
-        bus = std::make_unique<AmqpBus>(*address);
     }
     const std::unique_ptr<TerminalContext> context =
         TerminalContext::open(dataFolder, &error, std::move(bus), bringUpToDate);

@@ -8,8 +8,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-const QString BillingService::REQUEST_DESTINATION = QStringLiteral("/app/box_plugin_check_pay");
-const QString BillingService::PACK_DESTINATION = QStringLiteral("/app/add_pay_pack");
 const qint64 BillingService::PROVIDER_INDIVIDUAL = 18722;
 const qint64 BillingService::PROVIDER_LEGAL = 18723;
 

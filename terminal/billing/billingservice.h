@@ -39,8 +39,8 @@ struct BillingAnswer
 class BillingService final
 {
 public:
-    static const QString REQUEST_DESTINATION;
-    static const QString PACK_DESTINATION;
+    static inline const QString REQUEST_DESTINATION = QStringLiteral("/app/box_plugin_check_pay");
+    static inline const QString PACK_DESTINATION = QStringLiteral("/app/add_pay_pack");
     static const qint64 PROVIDER_INDIVIDUAL;
     static const qint64 PROVIDER_LEGAL;
 

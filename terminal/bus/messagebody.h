@@ -1,5 +1,7 @@
 #pragma once
 
+#include <bus/terminalexport.h>
+
 #include <QByteArray>
 #include <QSharedPointer>
 #include <QVariantMap>
@@ -11,7 +13,7 @@
 /// A message between two ends of one process begins as the fields that cross; their text is made
 /// when somebody first asks for it, and takes their place. Copies share what they hold, in whatever
 /// threads they are.
-class MessageBody final
+class TERMINAL_EXPORT MessageBody final
 {
 public:
     MessageBody() = default;

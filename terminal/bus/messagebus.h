@@ -1,6 +1,7 @@
 #pragma once
 
 #include <bus/busmessage.h>
+#include <bus/terminalexport.h>
 
 #include <QByteArray>
 #include <QObject>
@@ -18,7 +19,7 @@
 /// from the event loop and never before sendMessage() has returned. A refused message has left no
 /// trace on the far side as far as this side knows; whoever must not lose it keeps it and sends it
 /// again.
-class MessageBus : public QObject
+class TERMINAL_EXPORT MessageBus : public QObject
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <bus/terminalexport.h>
+
 #include <QByteArray>
 #include <QString>
 #include <QVariant>
@@ -18,9 +20,9 @@ namespace WireText {
 
 /// `data` must be a map. On failure the result is empty and `error` holds a Russian text that names
 /// the key.
-std::optional<QByteArray> encode(const QVariant &data, QString *error);
+TERMINAL_EXPORT std::optional<QByteArray> encode(const QVariant &data, QString *error);
 /// On failure the result is empty and `error` holds a Russian text.
-std::optional<QVariantMap> decode(const QByteArray &body, QString *error);
+TERMINAL_EXPORT std::optional<QVariantMap> decode(const QByteArray &body, QString *error);
 
 /// Whether an integer crosses as a number; another one crosses as its decimal text.
 bool isExact(qint64 number);

@@ -72,6 +72,10 @@ step("help" "${terminal}" --help)
 require("${step_output}" "--demo" "help")
 step("a whole payment" "${terminal}" --demo individual --out "${WORK_DIR}/demo")
 
+# The module for a broker comes along and finds what it needs in the program.
+execute_process(COMMAND "${terminal}" --bus mqtt://h --demo legal RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+require("${output}" "amqp://" "the address is read by the module")
+
 # It was this plugin, not one that stands elsewhere on this machine.
 file(READ "${WORK_DIR}/demo/trace.log" trace)
 require("${trace}" "CREATE" "the plugin left its trace")

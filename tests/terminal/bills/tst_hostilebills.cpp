@@ -1,5 +1,4 @@
-#include "hostiletexts.h"
-
+#include <hostiletexts.h>
 #include <modalanswers.h>
 
 #include <billing/billingdatabase.h>

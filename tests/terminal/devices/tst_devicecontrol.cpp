@@ -1,13 +1,12 @@
 #include <devices/devicecontrol.h>
 
-#include <app/terminalcontext.h>
+#include <temporaryterminal.h>
 
 #include <molvacore/cardreadersettings.h>
 
 #include <QSignalSpy>
 #include <QSqlDatabase>
 #include <QSqlQuery>
-#include <QTemporaryDir>
 #include <QtTest>
 
 class tst_DeviceControl : public QObject
@@ -32,21 +31,17 @@ private slots:
 private:
     DeviceControl &control() { return m_context->devices(); }
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<TerminalContext> m_context;
+    TemporaryTerminal m_context;
 };
 
 void tst_DeviceControl::init()
 {
-    m_folder = std::make_unique<QTemporaryDir>();
-    QString error;
-    m_context = TerminalContext::open(m_folder->path(), &error);
-    QVERIFY2(m_context, qPrintable(error));
+    QVERIFY2(m_context.open(), qPrintable(m_context.error()));
 }
 
 void tst_DeviceControl::cleanup()
 {
-    m_context.reset();
+    m_context.close();
 }
 
 void tst_DeviceControl::everyStateCanBeSet_data()
@@ -166,10 +161,7 @@ void tst_DeviceControl::forgottenStatesDoNotSurviveARestart()
 {
     QVERIFY(control().setState(Device::Card, QStringLiteral("decline")));
     QVERIFY(control().setCardTerminal(CardReaderSettings::IngericoLib));
-    m_context.reset();
-    QString error;
-    m_context = TerminalContext::open(m_folder->path(), &error);
-    QVERIFY2(m_context, qPrintable(error));
+    QVERIFY2(m_context.reopen(), qPrintable(m_context.error()));
     QVERIFY(!control().isFaulty(Device::Card));
     QCOMPARE(control().cardTerminal(), int(CardReaderSettings::IngericoLib));
 }
@@ -179,7 +171,7 @@ void tst_DeviceControl::settingsThatCannotBeWrittenAreReported()
     {
         QSqlDatabase other =
             QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
-        other.setDatabaseName(m_folder->filePath(QStringLiteral("host.sqlite")));
+        other.setDatabaseName(m_context.file(QStringLiteral("host.sqlite")));
         QVERIFY(other.open());
         QVERIFY(QSqlQuery(other).exec(
             QStringLiteral("CREATE TRIGGER full BEFORE UPDATE ON card_reader_settings BEGIN "

@@ -1,7 +1,7 @@
 #include <scenario/scenariochecks.h>
 
-#include <app/terminalcontext.h>
 #include <payments/outbox.h>
+#include <temporaryterminal.h>
 #include <ui/journalmodel.h>
 
 #include <molvacore/payment.h>
@@ -12,7 +12,6 @@
 #include <QLineEdit>
 #include <QStandardItemModel>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QVBoxLayout>
 
@@ -23,8 +22,7 @@ class TestScenarioChecks : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<TerminalContext> m_context;
+    TemporaryTerminal m_context;
     std::unique_ptr<ScenarioChecks> m_checks;
     PayPack m_saved;
 
@@ -62,10 +60,7 @@ private:
 private slots:
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        QString error;
-        m_context = TerminalContext::open(m_folder->path(), &error);
-        QVERIFY2(m_context, qPrintable(error));
+        QVERIFY2(m_context.open(), qPrintable(m_context.error()));
         m_checks = std::make_unique<ScenarioChecks>(*m_context);
         m_checks->begin();
     }
@@ -73,7 +68,7 @@ private slots:
     void cleanup()
     {
         m_checks.reset();
-        m_context.reset();
+        m_context.close();
         QVERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 

@@ -1,10 +1,9 @@
 #include <ui/devicealert.h>
 
-#include <app/terminalcontext.h>
+#include <temporaryterminal.h>
 
 #include <molvacore/posactivity.h>
 
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -13,23 +12,20 @@ class TestDeviceAlert : public QObject
     Q_OBJECT
 
 private:
-    QTemporaryDir m_folder;
-    std::unique_ptr<TerminalContext> m_context;
+    TemporaryTerminal m_context;
     std::unique_ptr<DeviceAlert> m_alert;
 
 private slots:
     void init()
     {
-        QString error;
-        m_context = TerminalContext::open(m_folder.path(), &error);
-        QVERIFY2(m_context, qPrintable(error));
+        QVERIFY2(m_context.open(), qPrintable(m_context.error()));
         m_alert = std::make_unique<DeviceAlert>(m_context->devices());
     }
 
     void cleanup()
     {
         m_alert.reset();
-        m_context.reset();
+        m_context.close();
     }
 
     void takesNoRoomWhileAllIsWell()

@@ -1,7 +1,8 @@
 #include <ui/devicebox.h>
 #include <ui/devicespage.h>
 
-#include <app/terminalcontext.h>
+#include <temporaryterminal.h>
+#include <windows.h>
 
 #include <molvacore/cardreadersettings.h>
 #include <molvacore/posactivity.h>
@@ -19,7 +20,6 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTest>
 
 class TestDevicesPage : public QObject
@@ -27,8 +27,7 @@ class TestDevicesPage : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<TerminalContext> m_context;
+    TemporaryTerminal m_context;
     std::unique_ptr<DevicesPage> m_page;
 
     template<class Type>
@@ -57,19 +56,11 @@ private:
     DeviceControl &control() const { return m_context->devices(); }
 
 private slots:
-    void initTestCase()
-    {
-        QFont font(QStringLiteral("DejaVu Sans"));
-        font.setPixelSize(13);
-        QApplication::setFont(font);
-    }
+    void initTestCase() { Windows::useFontOfTheTerminal(); }
 
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        QString error;
-        m_context = TerminalContext::open(m_folder->path(), &error);
-        QVERIFY2(m_context, qPrintable(error));
+        QVERIFY2(m_context.open(), qPrintable(m_context.error()));
         m_page = std::make_unique<DevicesPage>(control());
         m_page->resize(1000, 700);
         m_page->show();
@@ -79,7 +70,7 @@ private slots:
     void cleanup()
     {
         m_page.reset();
-        m_context.reset();
+        m_context.close();
         QVERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
@@ -200,7 +191,7 @@ private slots:
         {
             QSqlDatabase other =
                 QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
-            other.setDatabaseName(m_folder->filePath(QStringLiteral("host.sqlite")));
+            other.setDatabaseName(m_context.file(QStringLiteral("host.sqlite")));
             QVERIFY(other.open());
             QVERIFY(QSqlQuery(other).exec(
                 QStringLiteral("CREATE TRIGGER full BEFORE UPDATE ON card_reader_settings BEGIN "

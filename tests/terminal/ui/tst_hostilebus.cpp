@@ -1,4 +1,5 @@
-#include "hostiletexts.h"
+#include <actingcharacters.h>
+#include <hostiletexts.h>
 
 #include <bus/busjournal.h>
 #include <bus/inprocessbus.h>
@@ -83,10 +84,7 @@ private slots:
                 const QModelIndex cell = table->model()->index(row, column);
                 const QString shown = cell.data().toString();
                 QVERIFY2(shown.size() <= 1000, qPrintable(QString::number(shown.size())));
-                for (const QChar c : shown)
-                    QVERIFY2((c.category() != QChar::Other_Format || c == QChar(0x200b))
-                                 && c.category() != QChar::Other_Control,
-                             qPrintable(QString::number(c.unicode(), 16)));
+                QCOMPARE(actingCharacters(shown, QStringLiteral("\u200b")), QString());
                 const QString tip = cell.data(Qt::ToolTipRole).toString();
                 QVERIFY(tip.size() <= 10000);
                 QVERIFY(!tip.contains(QLatin1Char('<')));

@@ -1,6 +1,7 @@
-#include "hostiletexts.h"
+#include <actingcharacters.h>
+#include <hostiletexts.h>
 
-#include <app/terminalcontext.h>
+#include <temporaryterminal.h>
 #include <ui/devicealert.h>
 #include <ui/devicespage.h>
 
@@ -10,7 +11,6 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QToolTip>
 
@@ -24,33 +24,26 @@ class TestHostileDevices : public QObject
 
 private:
     std::unique_ptr<Canary> m_canary;
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<TerminalContext> m_context;
+    TemporaryTerminal m_context;
 
     static void verifyPlain(const QString &text)
     {
         QVERIFY2(text.size() < 1000, qPrintable(QString::number(text.size())));
-        for (const QChar c : text)
-            QVERIFY2((c.category() != QChar::Other_Format || c == QChar(0x200b))
-                         && (c.category() != QChar::Other_Control || c == QLatin1Char('\n')),
-                     qPrintable(QString::number(c.unicode(), 16)));
+        QCOMPARE(actingCharacters(text, QStringLiteral("\u200b\n")), QString());
     }
 
 private slots:
     void init()
     {
         m_canary = std::make_unique<Canary>();
-        m_folder = std::make_unique<QTemporaryDir>();
-        QString error;
-        m_context = TerminalContext::open(m_folder->path(), &error);
-        QVERIFY2(m_context, qPrintable(error));
+        QVERIFY2(m_context.open(), qPrintable(m_context.error()));
     }
 
     void cleanup()
     {
         QToolTip::hideText();
         QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
-        m_context.reset();
+        m_context.close();
         QVERIFY2(m_canary->untouched(), qPrintable(m_canary->report()));
     }
 

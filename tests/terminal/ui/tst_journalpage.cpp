@@ -1,7 +1,7 @@
 #include <ui/journalpage.h>
 
-#include <app/terminalcontext.h>
 #include <payments/paymentsstore.h>
+#include <temporaryterminal.h>
 #include <ui/journalmodel.h>
 
 #include <QApplication>
@@ -10,7 +10,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
 
 class TestJournalPage : public QObject
@@ -18,8 +17,7 @@ class TestJournalPage : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<TerminalContext> m_context;
+    TemporaryTerminal m_context;
     std::unique_ptr<JournalPage> m_page;
 
     QTableView *table() const
@@ -64,10 +62,7 @@ private:
 private slots:
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        QString error;
-        m_context = TerminalContext::open(m_folder->path(), &error);
-        QVERIFY2(m_context, qPrintable(error));
+        QVERIFY2(m_context.open(), qPrintable(m_context.error()));
         int id = 0;
         for (const qint64 sum : {200, 300, 100}) {
             PaymentRecord record;
@@ -86,7 +81,7 @@ private slots:
     void cleanup()
     {
         m_page.reset();
-        m_context.reset();
+        m_context.close();
         QVERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 

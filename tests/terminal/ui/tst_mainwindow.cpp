@@ -2,9 +2,10 @@
 #include <ui/mainwindow.h>
 #include <ui/scannerpage.h>
 
-#include <app/terminalcontext.h>
 #include <hostdata/hostdataseeder.h>
+#include <temporaryterminal.h>
 #include <ui/paymentpage.h>
+#include <windows.h>
 
 #include <molvacore/payment.h>
 #include <molvacore/paypack.h>
@@ -24,7 +25,6 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTest>
 
 class TestMainWindow : public QObject
@@ -32,8 +32,7 @@ class TestMainWindow : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<TerminalContext> m_context;
+    TemporaryTerminal m_context;
     std::unique_ptr<MainWindow> m_window;
 
     template<class Type>
@@ -42,30 +41,17 @@ private:
         return m_window->findChild<Type *>(QLatin1String(name));
     }
 
-    static const ScannerPage *scannerWindow()
+    static ScannerPage *scannerWindow()
     {
-        for (QWidget *widget : QApplication::topLevelWidgets()) {
-            if (widget->objectName() == QLatin1String("scannerWindow"))
-                return qobject_cast<ScannerPage *>(widget);
-        }
-        return nullptr;
+        return qobject_cast<ScannerPage *>(Windows::window("scannerWindow"));
     }
 
 private slots:
-    void initTestCase()
-    {
-        // The terminal's own font: what fits is a question of it.
-        QFont font(QStringLiteral("DejaVu Sans"));
-        font.setPixelSize(13);
-        QApplication::setFont(font);
-    }
+    void initTestCase() { Windows::useFontOfTheTerminal(); }
 
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        QString error;
-        m_context = TerminalContext::open(m_folder->path(), &error);
-        QVERIFY2(m_context, qPrintable(error));
+        QVERIFY2(m_context.open(), qPrintable(m_context.error()));
         m_window = std::make_unique<MainWindow>(*m_context);
         m_window->show();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
@@ -74,7 +60,7 @@ private slots:
     void cleanup()
     {
         m_window.reset();
-        m_context.reset();
+        m_context.close();
         QVERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
@@ -158,7 +144,7 @@ private slots:
         const QString name = QStringLiteral("other");
         {
             QSqlDatabase other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-            other.setDatabaseName(m_folder->filePath(QStringLiteral("payments.sqlite")));
+            other.setDatabaseName(m_context.file(QStringLiteral("payments.sqlite")));
             QVERIFY(other.open());
             QVERIFY(QSqlQuery(other).exec(QStringLiteral("ALTER TABLE packs RENAME TO lost")));
         }

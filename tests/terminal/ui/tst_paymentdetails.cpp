@@ -2,7 +2,7 @@
 
 #include "../fiscal/receipts.h"
 
-#include <app/terminalcontext.h>
+#include <temporaryterminal.h>
 #include <ui/receiptview.h>
 
 #include <QLabel>
@@ -10,7 +10,6 @@
 #include <QPushButton>
 #include <QSqlDatabase>
 #include <QSqlQuery>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
@@ -44,21 +43,18 @@ private:
                                         : QString();
     }
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<TerminalContext> m_context;
+    TemporaryTerminal m_context;
     std::unique_ptr<PaymentDetails> m_page;
     PaymentRecord m_payment;
 };
 
 void TestPaymentDetails::init()
 {
-    m_folder = std::make_unique<QTemporaryDir>();
-    QString error;
-    m_context = TerminalContext::open(m_folder->path(), &error);
-    QVERIFY2(m_context, qPrintable(error));
+    QVERIFY2(m_context.open(), qPrintable(m_context.error()));
     m_page = std::make_unique<PaymentDetails>(*m_context);
 
     QVariantMap result;
+    QString error;
     const QVariantMap document =
         Receipts::withLines({Receipts::line(QStringLiteral("Вода"), 15050)}, 15050, 0);
     QVERIFY2(m_context->fiscalRegister().doReceipt(document, QStringLiteral("1"), result, error),
@@ -73,8 +69,7 @@ void TestPaymentDetails::init()
 void TestPaymentDetails::cleanup()
 {
     m_page.reset();
-    m_context.reset();
-    m_folder.reset();
+    m_context.close();
 }
 
 void TestPaymentDetails::nothingChosen()
@@ -108,7 +103,7 @@ void TestPaymentDetails::receiptThatCannotBeRead()
     const QString name = QStringLiteral("other");
     {
         QSqlDatabase other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-        other.setDatabaseName(m_folder->filePath(QStringLiteral("fiscal.sqlite")));
+        other.setDatabaseName(m_context.file(QStringLiteral("fiscal.sqlite")));
         QVERIFY(other.open());
         QVERIFY(QSqlQuery(other).exec(QStringLiteral("ALTER TABLE documents RENAME TO lost")));
     }

@@ -1,14 +1,14 @@
 #include <ui/sidewindows.h>
 
-#include <app/terminalcontext.h>
+#include <temporaryterminal.h>
 #include <ui/mainwindow.h>
+#include <windows.h>
 
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -18,18 +18,8 @@ class TestSideWindows : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<TerminalContext> m_context;
+    TemporaryTerminal m_context;
     std::unique_ptr<MainWindow> m_window;
-
-    static QWidget *shown(const char *name)
-    {
-        for (QWidget *window : QApplication::topLevelWidgets()) {
-            if (window->objectName() == QLatin1String(name))
-                return window->isVisible() ? window : nullptr;
-        }
-        return nullptr;
-    }
 
     /// Clicks as a person does: a window that a dialog holds up hears nothing.
     static void clickRow(QListWidget &list, int row)
@@ -42,10 +32,7 @@ private:
 private slots:
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        QString error;
-        m_context = TerminalContext::open(m_folder->path(), &error);
-        QVERIFY2(m_context, qPrintable(error));
+        QVERIFY2(m_context.open(), qPrintable(m_context.error()));
         m_window = std::make_unique<MainWindow>(*m_context);
         m_window->show();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
@@ -54,18 +41,18 @@ private slots:
     void cleanup()
     {
         m_window.reset();
-        m_context.reset();
+        m_context.close();
         QVERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
     void keysOpenThem()
     {
-        QVERIFY(!shown("busWindow"));
-        QVERIFY(!shown("devicesWindow"));
+        QVERIFY(!Windows::shownWindow("busWindow"));
+        QVERIFY(!Windows::shownWindow("devicesWindow"));
         QTest::keyClick(m_window.get(), Qt::Key_F7);
-        QVERIFY(shown("devicesWindow"));
-        QTest::keyClick(shown("devicesWindow"), Qt::Key_F8);
-        QVERIFY(shown("busWindow"));
+        QVERIFY(Windows::shownWindow("devicesWindow"));
+        QTest::keyClick(Windows::shownWindow("devicesWindow"), Qt::Key_F8);
+        QVERIFY(Windows::shownWindow("busWindow"));
     }
 
     void theyWorkWhileADialogIsOpen()
@@ -79,7 +66,7 @@ private slots:
         QTimer::singleShot(0, &dialog, [&] {
             modality = dialog.windowModality();
             QTest::keyClick(field, Qt::Key_F7);
-            QWidget *devices = shown("devicesWindow");
+            QWidget *devices = Windows::shownWindow("devicesWindow");
             if (devices && QTest::qWaitForWindowExposed(devices))
                 clickRow(*devices->findChild<QListWidget *>(QStringLiteral("lw_register")), 4);
             state = m_context->devices().state(Device::Register);
@@ -98,7 +85,7 @@ private slots:
         QTimer::singleShot(0, &dialog, [&] {
             QTimer::singleShot(0, &message, [&] {
                 QTest::keyClick(&message, Qt::Key_F7);
-                QWidget *devices = shown("devicesWindow");
+                QWidget *devices = Windows::shownWindow("devicesWindow");
                 if (devices && QTest::qWaitForWindowExposed(devices))
                     clickRow(*devices->findChild<QListWidget *>(QStringLiteral("lw_billing")), 2);
                 message.accept();
@@ -114,7 +101,7 @@ private slots:
     {
         for (const Qt::Key key : {Qt::Key_F7, Qt::Key_F8}) {
             QTest::keyClick(m_window.get(), key);
-            QWidget *side = shown(key == Qt::Key_F7 ? "devicesWindow" : "busWindow");
+            QWidget *side = Windows::shownWindow(key == Qt::Key_F7 ? "devicesWindow" : "busWindow");
             QVERIFY(side);
             QMessageBox message(side);
             Qt::WindowModality modality = Qt::NonModal;
@@ -132,8 +119,8 @@ private slots:
         QTest::keyClick(m_window.get(), Qt::Key_F7);
         QTest::keyClick(m_window.get(), Qt::Key_F8);
         QVERIFY(m_window->close());
-        QVERIFY(!shown("busWindow"));
-        QVERIFY(!shown("devicesWindow"));
+        QVERIFY(!Windows::shownWindow("busWindow"));
+        QVERIFY(!Windows::shownWindow("devicesWindow"));
     }
 };
 

@@ -1,7 +1,8 @@
-#include <app/terminalcontext.h>
 #include <scenario/cashierhands.h>
 #include <scenario/steprunner.h>
+#include <temporaryterminal.h>
 #include <ui/mainwindow.h>
+#include <windows.h>
 
 #include <molvacore/cardchargelog.h>
 #include <molvacore/fiscaltag.h>
@@ -20,7 +21,6 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
 
 /// Payments through the plugin's own wizard while the windows beside it switch devices and show the
@@ -37,21 +37,11 @@ private:
         qint64 card = -1;
     };
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<TerminalContext> m_context;
+    TemporaryTerminal m_context;
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<StepRunner> m_runner;
     CashierHands m_hands;
     Sums m_screen; ///< on the payment page when Finish was pressed
-
-    static QWidget *side(const char *name)
-    {
-        for (QWidget *window : QApplication::topLevelWidgets()) {
-            if (window->objectName() == QLatin1String(name) && window->isVisible())
-                return window;
-        }
-        return nullptr;
-    }
 
     /// Through the window system, so that a dialog that holds the window up swallows the click.
     static void click(QWidget &widget, const QPoint &place)
@@ -64,7 +54,7 @@ private:
     template<class Type>
     static Type *busChild(const char *name)
     {
-        return side("busWindow")->findChild<Type *>(QLatin1String(name));
+        return Windows::shownWindow("busWindow")->findChild<Type *>(QLatin1String(name));
     }
 
     static QStringList busColumn(int column)
@@ -76,10 +66,7 @@ private:
         return texts;
     }
 
-    static int repeated()
-    {
-        return busColumn(4).filter(QStringLiteral("Повторён вручную")).size();
-    }
+    static int repeated() { return busColumn(4).filter(QStringLiteral("Повторён вручную")).size(); }
 
     static void chooseOnBus(int row)
     {
@@ -114,7 +101,7 @@ private:
         step(
             key, overMessage ? &TestWindowDevices::messageShown : nullptr,
             [device, key] {
-                auto *list = side("devicesWindow")
+                auto *list = Windows::shownWindow("devicesWindow")
                                  ->findChild<QListWidget *>(QStringLiteral("lw_")
                                                             + DeviceStates::option(device));
                 QListWidgetItem *item = list->item(DeviceStates::keys(device).indexOf(key));
@@ -213,7 +200,7 @@ private:
         {
             QSqlDatabase db =
                 QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("check"));
-            db.setDatabaseName(m_folder->filePath(QStringLiteral("payments.sqlite")));
+            db.setDatabaseName(m_context.file(QStringLiteral("payments.sqlite")));
             db.open();
             QSqlQuery query(db);
             if (query.exec(QStringLiteral("SELECT cash, card FROM packs")) && query.next())
@@ -278,10 +265,7 @@ private slots:
     void init()
     {
         CardChargeLog::clear();
-        m_folder = std::make_unique<QTemporaryDir>();
-        QString error;
-        m_context = TerminalContext::open(m_folder->path(), &error);
-        QVERIFY2(m_context, qPrintable(error));
+        QVERIFY2(m_context.open(), qPrintable(m_context.error()));
         QVERIFY2(m_context->loadPlugin(QStringLiteral(SELMAR_PLUGIN_FILE), QApplication::font()),
                  qPrintable(m_context->pluginHost().error()));
         m_window = std::make_unique<MainWindow>(*m_context);
@@ -289,8 +273,10 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
         QTest::keyClick(m_window.get(), Qt::Key_F7);
         QTest::keyClick(m_window.get(), Qt::Key_F8);
-        QVERIFY(side("devicesWindow") && QTest::qWaitForWindowExposed(side("devicesWindow")));
-        QVERIFY(side("busWindow") && QTest::qWaitForWindowExposed(side("busWindow")));
+        QVERIFY(Windows::shownWindow("devicesWindow")
+                && QTest::qWaitForWindowExposed(Windows::shownWindow("devicesWindow")));
+        QVERIFY(Windows::shownWindow("busWindow")
+                && QTest::qWaitForWindowExposed(Windows::shownWindow("busWindow")));
         m_window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
         m_runner = std::make_unique<StepRunner>(0);
@@ -300,7 +286,7 @@ private slots:
     {
         m_runner.reset();
         m_window.reset();
-        m_context.reset();
+        m_context.close();
         QVERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 

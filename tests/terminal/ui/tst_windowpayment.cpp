@@ -2,15 +2,16 @@
 
 #include <modalanswers.h>
 
-#include <app/terminalcontext.h>
 #include <bus/busmessage.h>
 #include <hostdata/hostdataseeder.h>
 #include <scenario/cashierhands.h>
 #include <scenario/roubles.h>
 #include <scenario/steprunner.h>
+#include <temporaryterminal.h>
 #include <ui/mainwindow.h>
 #include <ui/receiptview.h>
 #include <ui/scannerpage.h>
+#include <windows.h>
 
 #include <molvacore/fiscaltag.h>
 
@@ -35,7 +36,6 @@
 #include <QSqlQuery>
 #include <QTableView>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
 #include <QUrlQuery>
@@ -54,8 +54,7 @@ private:
         qint64 card = 0;
     };
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<TerminalContext> m_context;
+    TemporaryTerminal m_context;
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<StepRunner> m_runner;
     CashierHands m_hands;
@@ -144,11 +143,7 @@ private:
 
     static ScannerPage *scannerWindow()
     {
-        for (QWidget *widget : QApplication::topLevelWidgets()) {
-            if (widget->objectName() == QLatin1String("scannerWindow"))
-                return qobject_cast<ScannerPage *>(widget);
-        }
-        return nullptr;
+        return qobject_cast<ScannerPage *>(Windows::window("scannerWindow"));
     }
 
     /// Types over the name in Qt's file dialog and confirms it.
@@ -234,7 +229,7 @@ private:
         {
             QSqlDatabase db =
                 QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("check"));
-            db.setDatabaseName(m_folder->filePath(QStringLiteral("payments.sqlite")));
+            db.setDatabaseName(m_context.file(QStringLiteral("payments.sqlite")));
             db.open();
             QSqlQuery query(db);
             if (query.exec(QStringLiteral(
@@ -333,14 +328,9 @@ private:
 private slots:
     void init()
     {
-        QFont font(QStringLiteral("DejaVu Sans"));
-        font.setPixelSize(13);
-        QApplication::setFont(font);
-        m_folder = std::make_unique<QTemporaryDir>();
-        QString error;
-        m_context = TerminalContext::open(m_folder->path(), &error);
-        QVERIFY2(m_context, qPrintable(error));
-        QVERIFY2(m_context->loadPlugin(QStringLiteral(SELMAR_PLUGIN_FILE), font),
+        Windows::useFontOfTheTerminal();
+        QVERIFY2(m_context.open(), qPrintable(m_context.error()));
+        QVERIFY2(m_context->loadPlugin(QStringLiteral(SELMAR_PLUGIN_FILE), QApplication::font()),
                  qPrintable(m_context->pluginHost().error()));
         m_window = std::make_unique<MainWindow>(*m_context);
         m_window->show();
@@ -358,7 +348,7 @@ private slots:
     {
         m_runner.reset();
         m_window.reset();
-        m_context.reset();
+        m_context.close();
         QVERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
@@ -563,7 +553,7 @@ private slots:
         QCOMPARE(pack, posted);
         QVERIFY(shown.count(QLatin1Char('\n')) > 50);
         ModalAnswers answers;
-        const QString file = m_folder->filePath(QStringLiteral("пачка.json"));
+        const QString file = m_context.file(QStringLiteral("пачка.json"));
         answerFileDialog(answers, file);
         QTest::mouseClick(child<QPushButton>("pbSavePack"), Qt::LeftButton);
         QCOMPARE(answers.problems(), QStringList());
@@ -579,19 +569,18 @@ private slots:
         auto *save = child<QPushButton>("pbSaveReceipt");
         for (const char *name : {"receipt.txt", "receipt.png", "receipt"}) {
             ModalAnswers answers;
-            answerFileDialog(answers, m_folder->filePath(QLatin1String(name)));
+            answerFileDialog(answers, m_context.file(QLatin1String(name)));
             QTest::mouseClick(save, Qt::LeftButton);
             QCOMPARE(answers.problems(), QStringList());
         }
-        QCOMPARE(contentOf(m_folder->filePath(QStringLiteral("receipt.txt"))),
-                 text.toUtf8() + '\n');
-        const QImage picture(m_folder->filePath(QStringLiteral("receipt.png")));
+        QCOMPARE(contentOf(m_context.file(QStringLiteral("receipt.txt"))), text.toUtf8() + '\n');
+        const QImage picture(m_context.file(QStringLiteral("receipt.png")));
         QVERIFY(decodeQr(picture).contains("fn="));
         // Without an ending it is the kind of file that the dialog offers.
-        QVERIFY(contentOf(m_folder->filePath(QStringLiteral("receipt.pdf"))).startsWith("%PDF"));
+        QVERIFY(contentOf(m_context.file(QStringLiteral("receipt.pdf"))).startsWith("%PDF"));
 
         ModalAnswers answers;
-        answerFileDialog(answers, m_folder->filePath(QStringLiteral("receipt.docx")));
+        answerFileDialog(answers, m_context.file(QStringLiteral("receipt.docx")));
         answers.ok();
         QTest::mouseClick(save, Qt::LeftButton);
         QCOMPARE(answers.problems(), QStringList());

@@ -4,6 +4,7 @@
 
 #include "individual/selmarindividualwizard.h"
 #include "legal/selmarlegalwizard.h"
+#include "legal/srlservicespage.h"
 #include "ui_selmarindividualwizard.h"
 #include "ui_selmarlegalwizard.h"
 #include "ui_sripaymentpage.h"
@@ -93,15 +94,29 @@ QWizardPage *formPage(QWizard *wizard)
 QWizardPage *documentsPage(QWizard *wizard)
 {
     auto *page = new QWizardPage(wizard);
-    auto *services = new QGroupBox(QStringLiteral("Услуги"), page);
+    page->setObjectName(QStringLiteral("SrLServicesPage"));
+    page->resize(855, 532);
+    page->setWindowTitle(SrLServicesPage::tr("WizardPage"));
+
+    auto *services = new QGroupBox(SrLServicesPage::tr("Услуги"), page);
+    services->setObjectName(QStringLiteral("gbServices"));
     auto *pageLayout = new QHBoxLayout(page);
+    pageLayout->setObjectName(QStringLiteral("horizontalLayout_2"));
+    pageLayout->setContentsMargins(3, 3, 3, 3);
     pageLayout->addWidget(services);
+
+    auto *byDebt = new QPushButton(SrLServicesPage::tr("Распределить по сумме долга"), services);
+    byDebt->setObjectName(QStringLiteral("pbByDebt"));
+    auto *table = new QTableView(services);
+    table->setObjectName(QStringLiteral("tvServices"));
     auto *layout = new QVBoxLayout(services);
+    layout->setObjectName(QStringLiteral("verticalLayout"));
     auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(new QPushButton(QStringLiteral("Распределить по сумме долга"), services));
+    buttons->setObjectName(QStringLiteral("horizontalLayout"));
+    buttons->addSpacerItem(new QSpacerItem(40, 20, QSizePolicy::Expanding, QSizePolicy::Minimum));
+    buttons->addWidget(byDebt);
     layout->addLayout(buttons);
-    layout->addWidget(new QTableView(services));
+    layout->addWidget(table);
     return page;
 }
 

@@ -9,8 +9,8 @@
 
 namespace {
 
-/// A column's width is taken from the rows on screen and this many behind them; measuring every row
-/// of a contract with thousands of documents would keep the cashier waiting.
+/// A column's width is taken from this many rows, those on screen first; measuring every row of a
+/// contract with thousands of documents would keep the cashier waiting.
 constexpr int measuredRows = 100;
 /// How wide a column may grow; the narrower limits are for tables whose columns would otherwise
 /// leave no room for the last one. A name or a title of some hundred letters must not push the

@@ -223,11 +223,7 @@ BillingDatabase::~BillingDatabase() = default;
 bool BillingDatabase::open(const QString &file)
 {
     m_database = std::make_unique<basix::SqliteDatabase>();
-    if (!m_database->open(file, BillingSchema::schema())) {
-        m_error = m_database->lastError();
-        return false;
-    }
-    m_error = writeProblem(*m_database);
+    m_error = openForWriting(*m_database, file, BillingSchema::schema());
     if (m_error.isEmpty() && seed(*m_database, &m_error))
         return true;
     m_database->close();

@@ -18,6 +18,9 @@ namespace {
 const QString COLUMNS = QStringLiteral("number, form, shift, receipt, time, sign, document_number, "
                                        "total, qr, document, result, answered");
 
+const QString NOT_OPEN =
+    QStringLiteral("Журнал фискального накопителя не открыт. Перезапустите программу.");
+
 /// The database reads the tags itself: a document has kilobytes, and few of them are needed.
 const QString HEAD_COLUMNS =
     QStringLiteral("number, time, document_number, coalesce(json_extract(document, '$.\"1054\"'), "
@@ -115,11 +118,7 @@ bool FiscalJournal::open(const QString &file)
     m_storage.clear();
     m_statements.reset();
     m_database = std::make_unique<basix::SqliteDatabase>();
-    if (!m_database->open(file, schema())) {
-        m_error = m_database->lastError();
-        return false;
-    }
-    m_error = writeProblem(*m_database);
+    m_error = openForWriting(*m_database, file, schema());
     if (m_error.isEmpty())
         m_storage = readStorageNumber(*m_database, &m_error);
     if (m_storage.isEmpty())
@@ -147,8 +146,7 @@ QString FiscalJournal::storageNumber() const
 bool FiscalJournal::append(const FiscalRecord &record)
 {
     if (!isOpen()) {
-        m_error =
-            QStringLiteral("Журнал фискального накопителя не открыт. Перезапустите программу.");
+        m_error = NOT_OPEN;
         return false;
     }
     basix::SqliteTransaction transaction(*m_database);
@@ -258,9 +256,7 @@ int FiscalJournal::lastReceiptInShift(int shift)
 
 std::optional<FiscalRecord> FiscalJournal::record(qint64 number)
 {
-    m_error = isOpen()
-        ? QString()
-        : QStringLiteral("Журнал фискального накопителя не открыт. Перезапустите программу.");
+    m_error = isOpen() ? QString() : NOT_OPEN;
     if (!isOpen())
         return std::nullopt;
     const auto find =
@@ -271,9 +267,7 @@ std::optional<FiscalRecord> FiscalJournal::record(qint64 number)
 
 std::optional<FiscalRecord> FiscalJournal::findByDocumentNumber(const QString &documentNumber)
 {
-    m_error = isOpen()
-        ? QString()
-        : QStringLiteral("Журнал фискального накопителя не открыт. Перезапустите программу.");
+    m_error = isOpen() ? QString() : NOT_OPEN;
     if (!isOpen())
         return std::nullopt;
     const auto find =
@@ -303,9 +297,7 @@ QVector<FiscalRecord> FiscalJournal::receipts(int offset, int limit)
 QVector<ReceiptHead> FiscalJournal::heads(qint64 after, int limit)
 {
     QVector<ReceiptHead> result;
-    m_error = isOpen()
-        ? QString()
-        : QStringLiteral("Журнал фискального накопителя не открыт. Перезапустите программу.");
+    m_error = isOpen() ? QString() : NOT_OPEN;
     if (!isOpen())
         return result;
     const auto page =

@@ -17,6 +17,9 @@ const QString COLUMNS = QStringLiteral("id, time, amount, terminal, rrn, auth_co
                                        "fiscal_storage, fiscal_document, pack_id, refunded, "
                                        "refund_rrn");
 
+const QString NOT_OPEN =
+    QStringLiteral("Журнал списаний с карт не открыт. Перезапустите программу.");
+
 basix::SqliteSchema schema()
 {
     basix::SqliteSchema result;
@@ -87,10 +90,7 @@ ChargeJournal::~ChargeJournal() = default;
 bool ChargeJournal::open(const QString &file)
 {
     m_database = std::make_unique<basix::SqliteDatabase>();
-    const bool opened = m_database->open(file, schema());
-    m_error = opened ? writeProblem(*m_database) : m_database->lastError();
-    if (!m_error.isEmpty())
-        m_database->close();
+    m_error = openForWriting(*m_database, file, schema());
     return isOpen();
 }
 
@@ -140,7 +140,7 @@ bool ChargeJournal::run(SqlStatement &statement)
 bool ChargeJournal::note(const CardCharge &charge)
 {
     if (!isOpen()) {
-        m_error = QStringLiteral("Журнал списаний с карт не открыт. Перезапустите программу.");
+        m_error = NOT_OPEN;
         return false;
     }
     basix::SqliteTransaction transaction(*m_database);
@@ -176,7 +176,7 @@ QVector<ChargeRecord> ChargeJournal::select(const QString &rest, const QVariantL
     QVector<ChargeRecord> result;
     m_error.clear();
     if (!isOpen()) {
-        m_error = QStringLiteral("Журнал списаний с карт не открыт. Перезапустите программу.");
+        m_error = NOT_OPEN;
         return result;
     }
     SqlStatement rows(*m_database, QStringLiteral("SELECT %1 FROM charges %2").arg(COLUMNS, rest));

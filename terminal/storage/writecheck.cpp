@@ -1,6 +1,7 @@
 #include <storage/writecheck.h>
 
 #include <basixcore/sqlitedatabase.h>
+#include <basixcore/sqliteschema.h>
 #include <basixcore/sqlitetransaction.h>
 
 #include <QDir>
@@ -37,4 +38,15 @@ QString writeProblem(basix::SqliteDatabase &database)
     return QStringLiteral("Файл %1 открылся, но не записывается (%2). Проверьте права доступа и "
                           "место на диске, затем запустите программу снова.")
         .arg(QDir::toNativeSeparators(database.fileName()), reason);
+}
+
+QString openForWriting(basix::SqliteDatabase &database, const QString &file,
+                       const basix::SqliteSchema &schema)
+{
+    if (!database.open(file, schema))
+        return database.lastError();
+    const QString problem = writeProblem(database);
+    if (!problem.isEmpty())
+        database.close();
+    return problem;
 }

@@ -57,6 +57,8 @@ private slots:
     void aWritableFileIsFineAndUnchanged();
     void aFileWithoutTheRightToWriteIsNamed();
     void aFileThatAnotherConnectionHoldsIsNamed();
+    void aStoreIsOpenedForWriting();
+    void aFileOfAnotherProgramStaysClosed();
 
 private:
     QString file() const { return m_folder->filePath(QStringLiteral("probe.sqlite")); }
@@ -102,7 +104,11 @@ void tst_WriteCheck::aFileWithoutTheRightToWriteIsNamed()
     QVERIFY2(database.open(file(), schema()), qPrintable(database.lastError()));
     const QString problem = writeProblem(database);
     database.close();
+    basix::SqliteDatabase wanted;
+    const QString refusal = openForWriting(wanted, file(), schema());
     QVERIFY(nobody.end());
+    QCOMPARE(refusal, problem);
+    QVERIFY(!wanted.isOpen());
     QVERIFY2(problem.contains(QStringLiteral("probe.sqlite")), qPrintable(problem));
     QVERIFY2(problem.contains(QStringLiteral("не записывается")), qPrintable(problem));
 }
@@ -119,6 +125,29 @@ void tst_WriteCheck::aFileThatAnotherConnectionHoldsIsNamed()
     QVERIFY(writeProblem(database).contains(QStringLiteral("probe.sqlite")));
     held.rollback();
     QCOMPARE(writeProblem(database), QString());
+}
+
+void tst_WriteCheck::aStoreIsOpenedForWriting()
+{
+    basix::SqliteDatabase database;
+    QCOMPARE(openForWriting(database, file(), schema()), QString());
+    QVERIFY(database.isOpen());
+    const basix::SqliteTransaction transaction(database);
+    QVERIFY2(transaction.isActive(), qPrintable(transaction.lastError()));
+}
+
+void tst_WriteCheck::aFileOfAnotherProgramStaysClosed()
+{
+    {
+        basix::SqliteDatabase database;
+        QVERIFY(database.open(file(), schema()));
+    }
+    basix::SqliteSchema other = schema();
+    other.applicationId = 1;
+    basix::SqliteDatabase database;
+    const QString problem = openForWriting(database, file(), other);
+    QVERIFY2(problem.contains(QStringLiteral("другой программе")), qPrintable(problem));
+    QVERIFY(!database.isOpen());
 }
 
 QTEST_GUILESS_MAIN(tst_WriteCheck)

@@ -194,15 +194,13 @@ void SrIPaymentPage::cardCharged(const basix::FixNumber &amount)
     // The button that had the focus is disabled now; the cashier goes on by keyboard.
     if (m_ui->dsbCash->isEnabled())
         m_ui->dsbCash->setFocus();
-    else if (wizard())
+    else
         wizard()->button(QWizard::FinishButton)->setFocus();
 }
 
 void SrIPaymentPage::lockWizard()
 {
     QWizard *owner = wizard();
-    if (!owner)
-        return;
     // The framework enables Back again at every completeChanged(), except behind a commit page.
     const QList<int> visited = owner->visitedIds();
     if (visited.size() > 1)

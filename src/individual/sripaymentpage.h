@@ -55,7 +55,7 @@ private:
     std::optional<basix::FixNumber> askCardAmount();
     PosHandler *createTerminal(int type);
     void cardCharged(const basix::FixNumber &amount);
-    /// From here on the payment can only be finished.
+    /// From here on the payment can only be finished. The page has its account from its wizard.
     void lockWizard();
     /// Prints the receipt; the pay pack of a printed one, nothing when it could not be printed.
     std::optional<PayPack> print(const SrWizardContext &context, const OnlineKkmProfile &profile);

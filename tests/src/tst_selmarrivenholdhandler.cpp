@@ -345,7 +345,9 @@ void TestSelmarRivenholdHandler::controllerGoesBetweenTheMarks()
     const auto record = QSharedPointer<FakePaysController::Record>::create();
     {
         SelmarRivenholdHandler handler;
-        handler.setPaysControllerWrapper(new LastWords(record));
+        auto *controller = new LastWords(record);
+        handler.setPaysControllerWrapper(controller);
+        QCOMPARE(handler.pcWrapper().data(), controller);
         m_guard->log.clear();
     }
     const QVector<MessageLog::Message> lines = m_guard->log.messages();

@@ -8,10 +8,6 @@ class TestSrPluginBuild : public QObject
 {
     Q_OBJECT
 
-public:
-    /// A station whose own way of writing a time is not the compiler's.
-    static void initMain() { qputenv("LC_ALL", "en_US.UTF-8"); }
-
 private slots:
     void moment_data();
     void moment();
@@ -43,6 +39,9 @@ void TestSrPluginBuild::moment_data()
     QTest::newRow("one-digit day without its blank") << "Mar 5 2023"
                                                      << "10:00:00"
                                                      << "";
+    QTest::newRow("a digit too many") << "Mar 31 20231"
+                                      << "10:00:00"
+                                      << "";
     QTest::newRow("no such day") << "Feb 30 2024"
                                  << "01:02:03"
                                  << "";

@@ -24,6 +24,9 @@ private slots:
     void noCode();
     void textSetByTheProgram();
     void scanIntoATextOfTheProgram();
+    void scanIntoATextFromBeforeItWasWatched();
+    void scanBeforeATextThatBeginsAlike();
+    void pastedAmongOtherText_data();
     void pastedAmongOtherText();
     void pastedBehindTypedText();
     void pastedOverTheBeginning();
@@ -147,13 +150,21 @@ void TestSrScanField::textSetByTheProgram()
     QCOMPARE(m_field->text(), QStringLiteral("123"));
 }
 
+void TestSrScanField::pastedAmongOtherText_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::newRow("phone") << QStringLiteral("89123456789");
+    QTest::newRow("number of a document") << QStringLiteral("ВК-1/а");
+}
+
 void TestSrScanField::pastedAmongOtherText()
 {
-    put(QStringLiteral("89123456789"), 5);
+    QFETCH(const QString, before);
+    put(before, 3);
     QGuiApplication::clipboard()->setText(QStringLiteral("ST00012|Sum=1"));
     m_field->paste();
     QCOMPARE(m_scan->takeCode(), QStringLiteral("ST00012|Sum=1"));
-    QCOMPARE(m_field->text(), QStringLiteral("89123456789"));
+    QCOMPARE(m_field->text(), before);
 }
 
 void TestSrScanField::scanIntoATextOfTheProgram()
@@ -164,6 +175,25 @@ void TestSrScanField::scanIntoATextOfTheProgram()
     KeyboardScanner::type(QStringLiteral("ST00012|Sum=1"));
     QCOMPARE(m_scan->takeCode(), QStringLiteral("ST00012|Sum=1"));
     QCOMPARE(m_field->text(), QStringLiteral("ВК-1/а"));
+}
+
+void TestSrScanField::scanIntoATextFromBeforeItWasWatched()
+{
+    delete m_scan;
+    m_field->setText(QStringLiteral("ВК-1/а"));
+    m_scan = new SrScanField(m_field.get());
+    m_field->setCursorPosition(3);
+    KeyboardScanner::type(QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_scan->takeCode(), QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_field->text(), QStringLiteral("ВК-1/а"));
+}
+
+void TestSrScanField::scanBeforeATextThatBeginsAlike()
+{
+    put(QStringLiteral("S-7"), 0);
+    KeyboardScanner::type(QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_scan->takeCode(), QStringLiteral("ST00012|Sum=1"));
+    QCOMPARE(m_field->text(), QStringLiteral("S-7"));
 }
 
 void TestSrScanField::pastedBehindTypedText()

@@ -65,6 +65,10 @@ struct WizardShellChecks
         QVERIFY(wizard->providerParams().isEmpty());
         QCOMPARE(wizard->providerId(), qint64(-1));
         QCOMPARE(wizard->newProviderId(), qint64(-1));
+        QFont large;
+        large.setPixelSize(40);
+        const Wizard withFont(large, HostDatabase::box().currency(), basix::FixNumber(), nullptr);
+        QCOMPARE(withFont.inputFont(), large);
         QVERIFY(!wizard->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
         const QWizard plain;
         QCOMPARE(wizard->windowFlags(), plain.windowFlags());

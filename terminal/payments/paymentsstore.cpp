@@ -99,7 +99,7 @@ bool PaymentsStore::save(const PaymentRecord &record, const QVariantMap &pack)
 {
     if (!ready())
         return false;
-    const QString body = JsonText::compact(pack);
+    const QByteArray body = JsonText::compactUtf8(pack);
     basix::SqliteTransaction transaction(*m_database);
     if (!transaction.isActive()) {
         m_error = QStringLiteral("Журнал платежей занят (%1). Повторите через минуту.")
@@ -113,7 +113,7 @@ bool PaymentsStore::save(const PaymentRecord &record, const QVariantMap &pack)
         if (!run(*known))
             return false;
         if (known->next()) {
-            if (known->text(0) == body)
+            if (known->text(0).toUtf8() == body)
                 return true;
             m_error = QStringLiteral("Пачка № %1 не сохранена: под этим номером уже есть другая. "
                                      "Деньги второй раз не берите, обратитесь в поддержку.")
@@ -127,12 +127,14 @@ bool PaymentsStore::save(const PaymentRecord &record, const QVariantMap &pack)
             return other && isSamePayment(*other, record);
     }
     {
+        // The text comes as the bytes that the file will hold: it is by far the longest value, and
+        // a QString of it would be made here and taken apart again by the database.
         const auto insert = m_statements->use(
             QStringLiteral("INSERT INTO packs (pack_id, state, created, provider_id, "
                            "provider_name, account, sum, cash, card, "
                            "fiscal_storage, fiscal_document, fiscal_sign, saved, "
                            "recovered, body) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
-                           "?, ?, ?, ?, ?)"));
+                           "?, ?, ?, ?, CAST(? AS TEXT))"));
         insert->bind(record.packId)
             .bind(static_cast<int>(PackState::Saved))
             .bind(PaymentRows::stamp(record.created));

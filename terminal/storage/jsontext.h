@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QVariantMap>
 
@@ -7,5 +8,7 @@
 namespace JsonText {
 
 QString compact(const QVariantMap &map);
+/// The same in the bytes of the file.
+QByteArray compactUtf8(const QVariantMap &map);
 
 } // namespace JsonText

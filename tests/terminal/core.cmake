@@ -23,7 +23,7 @@ selmar_test(tst_printertext SOURCES fiscal/tst_printertext.cpp LIBRARIES termina
 selmar_test(tst_receipttext SOURCES fiscal/tst_receipttext.cpp fiscal/receipts.h
     LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_journalquery SOURCES payments/tst_journalquery.cpp LIBRARIES terminal_core Qt5::Sql LABELS unit)
-selmar_test(tst_paymentsstore SOURCES payments/tst_paymentsstore.cpp LIBRARIES terminal_core LABELS unit)
+selmar_test(tst_paymentsstore SOURCES payments/tst_paymentsstore.cpp LIBRARIES terminal_core Qt5::Sql LABELS unit)
 selmar_test(tst_payscontroller SOURCES payments/tst_payscontroller.cpp LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_chargejournal SOURCES payments/tst_chargejournal.cpp LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_outbox SOURCES payments/tst_outbox.cpp LIBRARIES terminal_core Qt5::Sql LABELS unit)

@@ -1,5 +1,11 @@
 #include <payments/paymentsstore.h>
 
+#include <payments/paymentrows.h>
+#include <storage/jsontext.h>
+#include <storage/sqlstatement.h>
+
+#include <basixcore/sqlitedatabase.h>
+
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -11,6 +17,7 @@ private slots:
     void init();
     void cleanup();
     void savesAndReadsBack();
+    void keepsThePackAsText();
     void savesOnce();
     void refusesAnotherPackUnderTheSameId();
     void statesOnlyMoveForward();
@@ -91,6 +98,23 @@ void tst_PaymentsStore::savesAndReadsBack()
     QVERIFY(!back->posted.isValid());
     QCOMPARE(m_store->pack(id)->value(QStringLiteral("id")).toString(), QString::number(id));
     QCOMPARE(m_store->pack(id)->value(QStringLiteral("sum")).toLongLong(), Q_INT64_C(150050));
+}
+
+void tst_PaymentsStore::keepsThePackAsText()
+{
+    QVariantMap map = pack(5);
+    map.insert(QStringLiteral("payer"), QStringLiteral("ООО «Ёж» № 1 \"и Ко\"\t\U0001F4A7"));
+    QVERIFY2(m_store->save(record(5), map), qPrintable(m_store->lastError()));
+    QVERIFY2(m_store->save(record(5), map), qPrintable(m_store->lastError()));
+    QCOMPARE(*m_store->pack(5), map);
+
+    basix::SqliteDatabase file;
+    QVERIFY2(file.open(m_file, PaymentRows::schema()), qPrintable(file.lastError()));
+    SqlStatement row(file, QStringLiteral("SELECT typeof(body), body, length(body) FROM packs"));
+    QVERIFY(row.run() && row.next());
+    QCOMPARE(row.text(0), QStringLiteral("text"));
+    QCOMPARE(row.text(1), JsonText::compact(map));
+    QCOMPARE(row.number(2), qint64(JsonText::compact(map).toUcs4().size()));
 }
 
 void tst_PaymentsStore::savesOnce()

@@ -1,4 +1,5 @@
 #include "benchrows.h"
+#include "echo.h"
 
 #include <bus/inprocessbus.h>
 
@@ -27,16 +28,6 @@ const QString &destination()
     static const QString address = QStringLiteral("/app/box_plugin_check_pay");
     return address;
 }
-
-/// Two objects that send each other what the bus carries, by one queued signal each way.
-class Echo final : public QObject
-{
-    Q_OBJECT
-
-signals:
-    void asked(const QString &destination, const QVariant &data);
-    void answered(const QVariantMap &headers, const QString &message);
-};
 
 void busRoundTrip(benchmark::State &state, int)
 {
@@ -95,5 +86,3 @@ QVector<BenchRow> busRows()
     row.bare = queuedRoundTrip;
     return {row};
 }
-
-#include "busrows.moc"

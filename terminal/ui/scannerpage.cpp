@@ -190,6 +190,7 @@ void ScannerPage::makeLayout()
 
 void ScannerPage::setCode(const QByteArray &bytes)
 {
+    m_newerCode = true;
     showCodes({{QString(), bytes}}, QString());
 }
 
@@ -222,6 +223,7 @@ void ScannerPage::read(const Reading &reading)
     if (m_countdown.isActive())
         stop();
     m_reading = true;
+    m_newerCode = false;
     const bool whole = LongWork::run(
         this, window()->windowTitle(),
         tr("Код ищется на картинке. Большая картинка занимает до минуты."),
@@ -237,6 +239,9 @@ void ScannerPage::read(const Reading &reading)
         },
         LongWork::Stopping::LeavesBehind);
     m_reading = false;
+    // Another window has sent a code meanwhile: that is the one its person expects here.
+    if (m_newerCode)
+        return;
     if (whole)
         showCodes(result->codes, result->error);
     else

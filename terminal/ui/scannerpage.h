@@ -73,6 +73,7 @@ private:
     QTimer m_countdown;
     int m_secondsLeft = 0;
     bool m_reading = false;
+    bool m_newerCode = false; ///< came while a picture was read
     QVector<CodeReader::Code> m_codes;
     /// Kept beside the editor, which would turn special blanks into ordinary ones.
     QString m_typedText;

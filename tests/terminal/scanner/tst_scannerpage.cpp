@@ -205,6 +205,27 @@ private slots:
         QVERIFY2(summary().contains(QStringLiteral("нет.png")), qPrintable(summary()));
     }
 
+    void codeSentWhileAPictureIsReadStays()
+    {
+        QImage huge(7000, 7000, QImage::Format_Grayscale8);
+        huge.fill(Qt::white);
+        m_page->setScreenGrabber([huge] { return QVector<QImage>{huge}; });
+        ModalAnswers answers;
+        answers.run([this](QDialog *dialog) {
+            m_page->setCode(text.toUtf8());
+            QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+        });
+        click("pbScannerScreen");
+        QCOMPARE(answers.problems(), QStringList());
+        QCOMPARE(answers.pending(), 0);
+        QCOMPARE(m_page->text(), text);
+        // The next picture counts again.
+        const QImage small = huge.copy(0, 0, 50, 50);
+        m_page->setScreenGrabber([small] { return QVector<QImage>{small}; });
+        click("pbScannerScreen");
+        QCOMPARE(m_page->text(), QString());
+    }
+
     void readingAHugePictureIsStopped()
     {
         m_page->setCode(text.toUtf8());

@@ -169,6 +169,7 @@ void TestLongUse::pay(int number)
     m_flow->pays->packs.clear();
     m_flow->pays->complete.clear();
     m_flow->pays->handedOn.clear();
+    m_flow->pays->taken.clear();
     CardChargeLog::clear();
 }
 

@@ -42,6 +42,7 @@ add_library(terminal_core STATIC
     payments/journalquery.h payments/journalquery.cpp
     payments/outbox.h payments/outbox.cpp
     payments/paymentrecord.h payments/paymentrecord.cpp
+    payments/packqueries.h payments/packqueries.cpp
     payments/paymentrows.h payments/paymentrows.cpp
     payments/paymentsstore.h payments/paymentsstore.cpp
     payments/payscontroller.h payments/payscontroller.cpp

@@ -1,5 +1,6 @@
 #include <payments/paymentsstore.h>
 
+#include <payments/packqueries.h>
 #include <payments/paymentrows.h>
 #include <recovery/faultpoint.h>
 #include <storage/jsontext.h>
@@ -208,12 +209,6 @@ std::optional<PaymentRecord> PaymentsStore::record(qint64 packId)
     return PaymentRows::read(*find);
 }
 
-QVector<PaymentRecord> PaymentsStore::select(const QString &rest, const QVariantList &values)
-{
-    return readAll(QStringLiteral("SELECT %1 FROM packs %2").arg(PaymentRows::columns(), rest),
-                   values);
-}
-
 QVector<PaymentRecord> PaymentsStore::readAll(const QString &sql, const QVariantList &values)
 {
     QVector<PaymentRecord> result;
@@ -232,9 +227,7 @@ std::optional<PaymentRecord> PaymentsStore::packOfReceipt(const QString &storage
     if (!ready())
         return std::nullopt;
     // Every save asks this, and the answer is no: a whole record is prepared for a yes only.
-    const auto find = m_statements->use(
-        QStringLiteral("SELECT pack_id FROM packs WHERE fiscal_storage = ? AND "
-                       "CAST(fiscal_document AS INTEGER) = ? ORDER BY sequence LIMIT 1"));
+    const auto find = m_statements->use(PackQueries::numbersOfReceipt());
     find->bind(storage).bind(document);
     if (!run(*find) || !find->next())
         return std::nullopt;
@@ -244,31 +237,19 @@ std::optional<PaymentRecord> PaymentsStore::packOfReceipt(const QString &storage
 QVector<PaymentRecord> PaymentsStore::packsOfReceipts(const QString &storage, qint64 first,
                                                       qint64 last)
 {
-    return select(QStringLiteral("WHERE fiscal_storage = ? AND CAST(fiscal_document AS INTEGER) "
-                                 "BETWEEN ? AND ? ORDER BY sequence"),
-                  {storage, first, last});
+    return readAll(PackQueries::ofReceipts(), {storage, first, last});
 }
 
 QVector<PaymentRecord> PaymentsStore::packsWithoutReceipt(const QString &storage)
 {
-    return select(QStringLiteral("WHERE fiscal_storage = '' OR (fiscal_storage <> ? AND state < ?) "
-                                 "ORDER BY sequence"),
-                  {storage, static_cast<int>(PackState::Acknowledged)});
+    return readAll(
+        PackQueries::withoutReceipt(),
+        {static_cast<int>(PackState::Saved), static_cast<int>(PackState::Posted), storage});
 }
 
 QVector<qint64> PaymentsStore::unacknowledged()
 {
-    QVector<qint64> result;
-    if (!ready())
-        return result;
-    const auto rows = m_statements->use(
-        QStringLiteral("SELECT pack_id FROM packs WHERE state = ? ORDER BY sequence"));
-    rows->bind(static_cast<int>(PackState::Posted));
-    if (!run(*rows))
-        return result;
-    while (rows->next())
-        result.append(rows->number(0));
-    return result;
+    return numbersIn(PackState::Posted, PackState::Posted);
 }
 
 std::optional<QVariantMap> PaymentsStore::pack(qint64 packId)
@@ -284,12 +265,16 @@ std::optional<QVariantMap> PaymentsStore::pack(qint64 packId)
 
 QVector<qint64> PaymentsStore::unposted()
 {
+    return numbersIn(PackState::Saved, PackState::HandedOn);
+}
+
+QVector<qint64> PaymentsStore::numbersIn(PackState first, PackState last)
+{
     QVector<qint64> result;
     if (!ready())
         return result;
-    const auto rows = m_statements->use(
-        QStringLiteral("SELECT pack_id FROM packs WHERE state < ? ORDER BY sequence"));
-    rows->bind(static_cast<int>(PackState::Posted));
+    const auto rows = m_statements->use(PackQueries::numbersInStates());
+    rows->bind(static_cast<int>(first)).bind(static_cast<int>(last));
     if (!run(*rows))
         return result;
     while (rows->next())

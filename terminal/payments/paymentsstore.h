@@ -76,7 +76,7 @@ private:
     bool run(SqlStatement &statement);
     bool isSamePayment(const PaymentRecord &stored, const PaymentRecord &record);
     bool run(SqlStatement &statement, const QVariantList &values);
-    QVector<PaymentRecord> select(const QString &rest, const QVariantList &values);
+    QVector<qint64> numbersIn(PackState first, PackState last);
     QVector<PaymentRecord> readAll(const QString &sql, const QVariantList &values);
     std::optional<JournalQuery::Matches> matchesOf(const QString &account);
 

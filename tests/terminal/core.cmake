@@ -22,6 +22,7 @@ selmar_test(tst_emulatedregister SOURCES fiscal/tst_emulatedregister.cpp fiscal/
 selmar_test(tst_printertext SOURCES fiscal/tst_printertext.cpp LIBRARIES terminal_core LABELS unit)
 selmar_test(tst_receipttext SOURCES fiscal/tst_receipttext.cpp fiscal/receipts.h
     LIBRARIES terminal_core LABELS unit)
+selmar_test(tst_packqueries SOURCES payments/tst_packqueries.cpp LIBRARIES terminal_core Qt5::Sql LABELS unit)
 selmar_test(tst_journalquery SOURCES payments/tst_journalquery.cpp LIBRARIES terminal_core Qt5::Sql LABELS unit)
 selmar_test(tst_paymentsstore SOURCES payments/tst_paymentsstore.cpp LIBRARIES terminal_core Qt5::Sql LABELS unit)
 selmar_test(tst_payscontroller SOURCES payments/tst_payscontroller.cpp LIBRARIES terminal_core LABELS unit)

@@ -50,6 +50,8 @@ CLAZY_LEFT_OUT = {
 
 FINDING = re.compile(r"^(?P<file>/[^:]+):(?P<line>\d+):\d+: (?:warning|error): (?P<text>.*)$")
 
+NAMES = "[readability-inconsistent-declaration-parameter-name]"
+
 
 class Source:
     def __init__(self, entry):
@@ -183,22 +185,34 @@ class Reader:
             self.show(f"{shlex.join(command)} ended with {process.returncode}:\n{process.stdout}")
             return {command[0]}
         found = set()
-        showing = False
-        for line in process.stdout.splitlines():
-            match = FINDING.match(line)
-            if match:
-                key = (match["file"], match["line"], match["text"])
-                # What is said about a group's own text, which includes sources, concerns nobody.
-                ours = not match["file"].startswith((str(self.build), "/usr/"))
-                showing = ours and key not in self.seen
-                if ours:
-                    found.add(match["file"])
-                    self.seen.add(key)
-            elif not line.startswith(" "):
-                showing = showing and ": note: " in line
-            if showing:
-                self.show(line)
+        for remark in self.remarks(process.stdout):
+            match = FINDING.match(remark[0])
+            # What is said about a group's own text, which includes sources, concerns nobody; nor that moc, which writes
+            # the signals' definitions, calls their parameters _t1 and _t2.
+            generated = any(line.startswith(str(self.build)) and ".moc:" in line for line in remark[1:])
+            if match["file"].startswith((str(self.build), "/usr/")) or (NAMES in match["text"] and generated):
+                continue
+            found.add(match["file"])
+            key = (match["file"], match["line"], match["text"])
+            if key not in self.seen:
+                self.seen.add(key)
+                self.show("\n".join(remark))
         return found
+
+    @staticmethod
+    def remarks(output):
+        """The lines of each finding: its own, then its notes and the places they show."""
+        result = []
+        inside = False
+        for line in output.splitlines():
+            if FINDING.match(line):
+                result.append([line])
+                inside = True
+                continue
+            inside = inside and (line.startswith(" ") or ": note: " in line)
+            if inside:
+                result[-1].append(line)
+        return result
 
     def show(self, text):
         with self.print_lock:

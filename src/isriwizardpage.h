@@ -10,7 +10,8 @@ class ISrIWizardPage
 {
 public:
     /// How showMsg() of a page shows a text; every value above MsgWarning is shown as information.
-    enum MsgType { MsgError = 0, MsgWarning = 1, MsgInformation = 2 };
+    /// Of a fixed type, so that a page may be given a kind that it does not know.
+    enum MsgType : int { MsgError = 0, MsgWarning = 1, MsgInformation = 2 };
 
     virtual ~ISrIWizardPage();
 

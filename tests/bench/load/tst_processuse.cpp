@@ -37,7 +37,7 @@ void tst_ProcessUse::memoryGrowsWithUse()
     const double before = ProcessUse::residentMiB(self);
     QVERIFY(before > 1);
     QByteArray block(MIB * 1024 * 1024, 'x');
-    QVERIFY(std::accumulate(block.cbegin(), block.cend(), 0) != 0);
+    QVERIFY(std::accumulate(block.cbegin(), block.cend(), qint64(0)) != 0);
     QVERIFY(ProcessUse::residentMiB(self) > before + MIB / 2);
 }
 

@@ -334,9 +334,12 @@ void tst_AmqpBus::unconfirmedPacksAreRefused()
     // The broker has them all and says so, but nobody here hears it.
     QTRY_COMPARE_WITH_TIMEOUT(far.packs().size(), COUNT, LONG_MS);
     QCOMPARE(accepted.count(), 0);
+    QSignalSpy state(terminal.get(), &MessageBus::stateChanged);
     proxy.cut();
     QTRY_COMPARE_WITH_TIMEOUT(refused.count(), COUNT, LONG_MS);
     QCOMPARE(setOf(idsOf(refused)).size(), COUNT);
+    // The loss itself is told after the packs it took along; until then connected() is the old one's.
+    QTRY_VERIFY_WITH_TIMEOUT(!state.isEmpty(), LONG_MS);
 
     proxy.muteBroker(false);
     QTRY_VERIFY_WITH_TIMEOUT(terminal->connected(), LONG_MS);

@@ -4,15 +4,19 @@
 #include "support/atend.h"
 #include "support/quietlog.h"
 
+#include <QCommandLineParser>
+
 namespace {
 
 constexpr double secondsPerRepetition = 0.05;
+constexpr QLatin1String REPETITIONS("repetitions");
+constexpr QLatin1String SMOKE("smoke");
 
 void registerSide(const BenchRow &row, int size, bool isFloor, const BenchRun &run)
 {
     const BenchRow::Body body = isFloor ? row.bare : row.measured;
     auto *registered =
-        benchmark::RegisterBenchmark(RatioTable::name(row, size, isFloor).c_str(),
+        benchmark::RegisterBenchmark(RatioTable::name(row.id, size, isFloor).c_str(),
                                      [body, size](benchmark::State &state) { body(state, size); });
     if (row.unit == BenchRow::Unit::RealTime)
         registered->UseRealTime();
@@ -44,4 +48,28 @@ void BenchRun::run(const QVector<BenchRow> &rows, RatioTable &table) const
     const QuietLog log;
     benchmark::RunSpecifiedBenchmarks(&table);
     AtEnd::run();
+}
+
+void BenchRun::addOptions(QCommandLineParser &parser)
+{
+    parser.addOptions(
+        {{REPETITIONS, QStringLiteral("Сколько раз в каждом проходе; считается лучшее время."),
+          QStringLiteral("число"), QString::number(BenchRun().repetitions)},
+         {SMOKE, QStringLiteral("Один проход наименьших размеров: все ли строки на месте.")}});
+}
+
+BenchRun BenchRun::fromOptions(const QCommandLineParser &parser)
+{
+    BenchRun run;
+    run.repetitions = qMax(1, parser.value(REPETITIONS).toInt());
+    run.once = parser.isSet(SMOKE);
+    return run;
+}
+
+QStringList BenchRun::toArguments() const
+{
+    QStringList arguments{QLatin1String("--") + REPETITIONS, QString::number(repetitions)};
+    if (once)
+        arguments.append(QLatin1String("--") + SMOKE);
+    return arguments;
 }

@@ -2,6 +2,7 @@
 #include "benchrun.h"
 #include "offscreen.h"
 #include "ratiotable.h"
+#include "rowprocess.h"
 
 #include <QCommandLineParser>
 #include <QFile>
@@ -25,11 +26,9 @@ void addOptions(QCommandLineParser &parser)
          QStringLiteral("имя")},
         {QStringLiteral("largest"), QStringLiteral("Без размеров больше этого."),
          QStringLiteral("число"), QStringLiteral("1000000")},
-        {QStringLiteral("repetitions"), QStringLiteral("Сколько раз; считается лучшее время."),
-         QStringLiteral("число"), QStringLiteral("7")},
-        {QStringLiteral("smoke"),
-         QStringLiteral("Один проход наименьших размеров: все ли строки на месте.")},
     });
+    BenchRun::addOptions(parser);
+    RowProcess::addOptions(parser);
 }
 
 } // namespace
@@ -41,8 +40,9 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     addOptions(parser);
     parser.process(*qApp);
-    const bool smoke = parser.isSet(QStringLiteral("smoke"));
-    const int repetitions = qMax(1, parser.value(QStringLiteral("repetitions")).toInt());
+    const BenchRun run = BenchRun::fromOptions(parser);
+    if (RowProcess::isMeant(parser))
+        return RowProcess::work(parser, run);
 
     QVector<BenchRow> rows;
     const QVector<BenchRow> all = allBenchRows();
@@ -54,12 +54,12 @@ int main(int argc, char *argv[])
         row.sizes.erase(std::remove_if(row.sizes.begin(), row.sizes.end(),
                                        [largest](int size) { return size > largest; }),
                         row.sizes.end());
-        if (smoke)
+        if (run.once)
             row.sizes.resize(1);
         rows.append(row);
     }
     RatioTable table(rows);
-    BenchRun{repetitions, smoke}.run(rows, table);
+    RowProcess(QCoreApplication::applicationFilePath()).run(rows, run, table);
     std::fputs(qUtf8Printable(table.toText()), stdout);
     const QString json = parser.value(QStringLiteral("json"));
     if (!json.isEmpty()) {

@@ -10,6 +10,12 @@ const char *const BenchRow::bytesCounter = "bytes";
 
 namespace {
 
+constexpr QLatin1String jsonRows("rows");
+constexpr QLatin1String jsonRow("row");
+constexpr QLatin1String jsonSize("size");
+constexpr QLatin1String jsonFloor("floor");
+constexpr QLatin1String jsonMeasured("measured");
+
 QString shown(double value, BenchRow::Unit unit)
 {
     const bool bytes = unit == BenchRow::Unit::Bytes;
@@ -48,15 +54,15 @@ RatioTable::RatioTable(const QVector<BenchRow> &rows) : m_rows(rows)
     for (const BenchRow &row : rows) {
         for (const int size : row.sizes) {
             for (const bool isFloor : {true, false})
-                m_units.insert(QString::fromStdString(name(row, size, isFloor)), row.unit);
+                m_units.insert(QString::fromStdString(name(row.id, size, isFloor)), row.unit);
         }
     }
 }
 
-std::string RatioTable::name(const BenchRow &row, int size, bool isFloor)
+std::string RatioTable::name(const QString &id, int size, bool isFloor)
 {
     return QStringLiteral("%1/%2/%3")
-        .arg(row.id, QString::number(size),
+        .arg(id, QString::number(size),
              isFloor ? QStringLiteral("floor") : QStringLiteral("measured"))
         .toStdString();
 }
@@ -93,9 +99,28 @@ void RatioTable::ReportRuns(const std::vector<Run> &runs)
             break;
         }
         }
-        const auto known = m_least.constFind(key);
-        if (known == m_least.constEnd() || value < *known)
-            m_least.insert(key, value);
+        add(key, value);
+    }
+}
+
+void RatioTable::add(const QString &key, double value)
+{
+    const auto known = m_least.constFind(key);
+    if (known == m_least.constEnd() || value < *known)
+        m_least.insert(key, value);
+}
+
+void RatioTable::addJson(const QByteArray &json)
+{
+    const QJsonArray rows = QJsonDocument::fromJson(json).object().value(jsonRows).toArray();
+    for (const QJsonValue &value : rows) {
+        const QString id = value[jsonRow].toString();
+        const int size = value[jsonSize].toInt();
+        const auto key = [&id, size](bool isFloor) {
+            return QString::fromStdString(name(id, size, isFloor));
+        };
+        add(key(true), value[jsonFloor].toDouble());
+        add(key(false), value[jsonMeasured].toDouble());
     }
 }
 
@@ -104,8 +129,9 @@ QVector<RatioTable::Line> RatioTable::lines() const
     QVector<Line> result;
     for (const BenchRow &row : m_rows) {
         for (const int size : row.sizes) {
-            result.append({&row, size, m_least.value(QString::fromStdString(name(row, size, true))),
-                           m_least.value(QString::fromStdString(name(row, size, false)))});
+            result.append({&row, size,
+                           m_least.value(QString::fromStdString(name(row.id, size, true))),
+                           m_least.value(QString::fromStdString(name(row.id, size, false)))});
         }
     }
     return result;
@@ -144,21 +170,21 @@ QByteArray RatioTable::toJson() const
     for (const Line &line : all) {
         if (!line.isComplete())
             continue;
-        rows.append(QJsonObject{{QStringLiteral("row"), line.row->id},
+        rows.append(QJsonObject{{jsonRow, line.row->id},
                                 {QStringLiteral("subject"), line.row->subject},
                                 {QStringLiteral("floorText"), line.row->floorText},
-                                {QStringLiteral("size"), line.size},
+                                {jsonSize, line.size},
                                 {QStringLiteral("sizeText"), line.row->sizeText},
                                 {QStringLiteral("unit"), unitName(line.row->unit)},
-                                {QStringLiteral("floor"), line.bare},
-                                {QStringLiteral("measured"), line.measured},
+                                {jsonFloor, line.bare},
+                                {jsonMeasured, line.measured},
                                 {QStringLiteral("ratio"), line.ratio()},
                                 {QStringLiteral("atMost"), line.row->atMost},
                                 {QStringLiteral("holds"), line.ratio() <= line.row->atMost}});
     }
     return QJsonDocument(QJsonObject{{QStringLiteral("taken"),
                                       QDateTime::currentDateTimeUtc().toString(Qt::ISODate)},
-                                     {QStringLiteral("rows"), rows}})
+                                     {jsonRows, rows}})
         .toJson();
 }
 

@@ -27,10 +27,13 @@ public:
     };
 
     /// The name under which one side of a row is registered.
-    static std::string name(const BenchRow &row, int size, bool isFloor);
+    static std::string name(const QString &id, int size, bool isFloor);
 
     bool ReportContext(const Context &context) override;
     void ReportRuns(const std::vector<Run> &runs) override;
+
+    /// Adds what another table of the same rows wrote with toJson().
+    void addJson(const QByteArray &json);
 
     /// A line per row and size, in order; its row lives as long as the table.
     QVector<Line> lines() const;
@@ -41,6 +44,8 @@ public:
     QStringList missing() const;
 
 private:
+    void add(const QString &key, double value);
+
     QVector<BenchRow> m_rows;
     QHash<QString, BenchRow::Unit> m_units;
     QHash<QString, double> m_least;

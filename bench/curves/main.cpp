@@ -3,6 +3,7 @@
 #include "growthchart.h"
 #include "offscreen.h"
 #include "ratiotable.h"
+#include "rowprocess.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -14,7 +15,7 @@ namespace {
 
 enum ExitCode { Ok = 0, NotWritten = 2 };
 
-constexpr int repetitions = 3;
+constexpr int repetitions = 2;
 
 /// The rows whose work has a size, each from one element upwards.
 QVector<BenchRow> growingRows(const QString &prefix, int largest)
@@ -77,7 +78,7 @@ int main(int argc, char *argv[])
     const QVector<BenchRow> rows = growingRows(parser.value(QStringLiteral("rows")),
                                                parser.value(QStringLiteral("largest")).toInt());
     RatioTable table(rows);
-    BenchRun{repetitions, false}.run(rows, table);
+    RowProcess(QString::fromLocal8Bit(SELMAR_BENCH_FILE)).run(rows, {repetitions, false}, table);
     for (const BenchRow &row : rows) {
         const QString file = folder.filePath(row.id + QStringLiteral(".png"));
         const GrowthChart chart = chartOf(row, table);

@@ -1,5 +1,7 @@
 #include "journalfile.h"
 
+#include "benchfolder.h"
+
 #include <payments/paymentrows.h>
 #include <payments/paymentsstore.h>
 
@@ -10,7 +12,6 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QStringList>
-#include <QTemporaryDir>
 
 namespace {
 
@@ -80,8 +81,7 @@ QString JournalFile::searchedAccount()
 
 QString JournalFile::of(int payments)
 {
-    static const QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("journal-%1.sqlite").arg(payments));
+    const QString file = BenchFolder::filePath(QStringLiteral("journal-%1.sqlite").arg(payments));
     if (!QFile::exists(file))
         fill(file, payments);
     return file;

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Takes the log while it lives and counts its lines instead of printing them.
+/// Takes the log while it lives and prints nothing of it but errors.
 ///
 /// The lines are made as for any host that listens to warnings: what a program spends on its trace
 /// is part of what it costs.

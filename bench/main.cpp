@@ -58,6 +58,11 @@ int main(int argc, char *argv[])
             row.sizes.resize(1);
         rows.append(row);
     }
+    if (rows.isEmpty()) {
+        std::fprintf(stderr, "Нет строки, чьё имя начинается с «%s».\n",
+                     qUtf8Printable(parser.value(QStringLiteral("rows"))));
+        return RowMissing;
+    }
     RatioTable table(rows);
     RowProcess(QCoreApplication::applicationFilePath()).run(rows, run, table);
     std::fputs(qUtf8Printable(table.toText()), stdout);

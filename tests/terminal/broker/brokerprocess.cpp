@@ -21,7 +21,7 @@
 #include <memory>
 #include <vector>
 
-#include <signal.h>
+#include <csignal>
 #include <unistd.h>
 
 const QString BrokerProcess::PASSWORD = QStringLiteral("Ключ-7f3a/9%q");

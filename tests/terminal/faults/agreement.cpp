@@ -57,10 +57,11 @@ QString Agreement::disagreement() const
     const auto kept = [&](const char *what, const char *where) {
         const QSet<QString> lost =
             QSet<QString>(m_promises.value(QLatin1String(what))).subtract(texts(f, where));
-        return lost.isEmpty()
-            ? QString()
-            : QStringLiteral("%1 and lost: %2; ")
-                  .arg(QLatin1String(what), QStringList(lost.values()).join(QLatin1Char(' ')));
+        QString names;
+        for (const QString &name : lost)
+            names += QLatin1Char(' ') + name;
+        return lost.isEmpty() ? QString()
+                              : QStringLiteral("%1 and lost:%2; ").arg(QLatin1String(what), names);
     };
     result += kept("charged", "charges") + kept("printed", "receipts") + kept("saved", "packs");
     return result;

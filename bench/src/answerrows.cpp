@@ -69,20 +69,12 @@ double bytesInUse()
     return static_cast<double>(info.uordblks) + static_cast<double>(info.hblkhd);
 }
 
-QVariantList descriptors(Form form, int lines)
-{
-    return parsed(GeneratedAnswers::innerText(form, lines))
-        .toMap()
-        .value(QStringLiteral("payParamList"))
-        .toList();
-}
-
 void treeMemory(benchmark::State &state, Form form, int lines)
 {
     GeneratedAnswers::innerText(form, lines);
     for (auto _ : state) {
         const double before = bytesInUse();
-        const QVariantList tree = descriptors(form, lines);
+        const QVariantList tree = GeneratedAnswers::description(form, lines);
         state.counters[BenchRow::bytesCounter] = bytesInUse() - before;
         benchmark::DoNotOptimize(tree.size());
     }
@@ -94,7 +86,7 @@ void accountMemory(benchmark::State &state, Form form, int lines)
     for (auto _ : state) {
         const double before = bytesInUse();
         SrLegalAccount account;
-        account.parseCheckList(descriptors(form, lines));
+        account.parseCheckList(GeneratedAnswers::description(form, lines));
         state.counters[BenchRow::bytesCounter] = bytesInUse() - before;
     }
 }

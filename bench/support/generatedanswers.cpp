@@ -145,6 +145,25 @@ QString jsonText(const QVariantMap &map)
 
 using Key = QPair<int, int>;
 
+QVariantList described(GeneratedAnswers::Form form, int lines)
+{
+    QVariantList result = header();
+    switch (form) {
+    case GeneratedAnswers::Form::Personal:
+        result.append(list("services", "Услуги", services(0, lines)));
+        result.append(list("counters", "Счётчики", meters(lines / servicesPerMeter)));
+        break;
+    case GeneratedAnswers::Form::Contract:
+        result =
+            GeneratedAnswers::contract(qMax(1, lines / servicesOfADocument), servicesOfADocument);
+        break;
+    case GeneratedAnswers::Form::OneDocument:
+        result.append(list("services", "Услуги", services(0, lines)));
+        break;
+    }
+    return result;
+}
+
 } // namespace
 
 QString GeneratedAnswers::uid()
@@ -163,24 +182,6 @@ QVariantList GeneratedAnswers::contract(int documents, int serviceCount)
     return result;
 }
 
-QVariantList GeneratedAnswers::description(Form form, int lines)
-{
-    QVariantList result = header();
-    switch (form) {
-    case Form::Personal:
-        result.append(list("services", "Услуги", services(0, lines)));
-        result.append(list("counters", "Счётчики", meters(lines / servicesPerMeter)));
-        break;
-    case Form::Contract:
-        result = contract(qMax(1, lines / servicesOfADocument), servicesOfADocument);
-        break;
-    case Form::OneDocument:
-        result.append(list("services", "Услуги", services(0, lines)));
-        break;
-    }
-    return result;
-}
-
 const QString &GeneratedAnswers::innerText(Form form, int lines)
 {
     static QMap<Key, QString> made;
@@ -188,8 +189,17 @@ const QString &GeneratedAnswers::innerText(Form form, int lines)
     if (text.isEmpty())
         text = jsonText({{QStringLiteral("isError"), false},
                          {QStringLiteral("statusDescription"), QString()},
-                         {QStringLiteral("payParamList"), description(form, lines)}});
+                         {QStringLiteral("payParamList"), described(form, lines)}});
     return text;
+}
+
+QVariantList GeneratedAnswers::description(Form form, int lines)
+{
+    return QJsonDocument::fromJson(innerText(form, lines).toUtf8())
+        .toVariant()
+        .toMap()
+        .value(QStringLiteral("payParamList"))
+        .toList();
 }
 
 const QString &GeneratedAnswers::message(Form form, int lines)

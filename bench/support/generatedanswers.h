@@ -20,7 +20,7 @@ enum class Form {
 /// The request that an answer answers.
 QString uid();
 
-/// The descriptors of the account.
+/// The descriptors of the account, as they come out of the text.
 QVariantList description(Form form, int lines);
 /// The message as it arrives.
 const QString &message(Form form, int lines);

@@ -46,6 +46,8 @@ private:
               const std::function<bool()> &act);
     void compare();
     void answerMessage(const ScenarioCommand &command);
+    /// A step has waited for a message of the bus.
+    bool takeMessage();
     void startPayment(qint64 providerId);
     bool fill(const QString &text, const QString &name);
     bool pressKey(const QString &name);

@@ -95,7 +95,9 @@ void SrDocument::parseCheckList(const QVariantList &list)
     // three of them.
     const QLoggingCategory &log = *QLoggingCategory::defaultCategory();
     const QStringList services = log.isWarningEnabled() ? rendered(wrappers) : QStringList();
-    const QString all = QLatin1Char('[') + services.join(QLatin1Char(',')) + QLatin1Char(']');
+    // In place: this is most of the answer's text again.
+    QString all = services.join(QLatin1Char(','));
+    all.prepend(QLatin1Char('[')).append(QLatin1Char(']'));
     qCWarning(log).noquote() << logvariant(withoutServices(described)) << all;
     qCWarning(log).noquote() << all;
     for (const QString &service : services)

@@ -42,12 +42,9 @@ bool PaymentsStore::open(const QString &file)
 {
     m_statements.reset();
     m_database = std::make_unique<basix::SqliteDatabase>();
-    const bool opened = m_database->open(file, PaymentRows::schema());
-    m_error = opened ? writeProblem(*m_database) : m_database->lastError();
+    m_error = openForWriting(*m_database, file, PaymentRows::schema());
     if (m_error.isEmpty())
         m_statements = std::make_unique<SqlStatements>(*m_database);
-    else
-        m_database->close();
     return isOpen();
 }
 

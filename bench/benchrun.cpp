@@ -9,8 +9,8 @@
 namespace {
 
 constexpr double secondsPerRepetition = 0.05;
-constexpr QLatin1String REPETITIONS("repetitions");
-constexpr QLatin1String SMOKE("smoke");
+const QLatin1String REPETITIONS("repetitions");
+const QLatin1String SMOKE("smoke");
 
 void registerSide(const BenchRow &row, int size, bool isFloor, const BenchRun &run)
 {

@@ -10,11 +10,11 @@ const char *const BenchRow::bytesCounter = "bytes";
 
 namespace {
 
-constexpr QLatin1String jsonRows("rows");
-constexpr QLatin1String jsonRow("row");
-constexpr QLatin1String jsonSize("size");
-constexpr QLatin1String jsonFloor("floor");
-constexpr QLatin1String jsonMeasured("measured");
+const QLatin1String jsonRows("rows");
+const QLatin1String jsonRow("row");
+const QLatin1String jsonSize("size");
+const QLatin1String jsonFloor("floor");
+const QLatin1String jsonMeasured("measured");
 
 QString shown(double value, BenchRow::Unit unit)
 {

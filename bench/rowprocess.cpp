@@ -17,9 +17,9 @@ enum ExitCode { Ok = 0, NoSuchRow = 1, NotWritten = 2 };
 
 constexpr int passes = 2;
 
-constexpr QLatin1String ROW("row");
-constexpr QLatin1String SIZES("sizes");
-constexpr QLatin1String FILES("files");
+const QLatin1String ROW("row");
+const QLatin1String SIZES("sizes");
+const QLatin1String FILES("files");
 
 QString option(QLatin1String name)
 {

@@ -35,7 +35,7 @@ public:
     static int work(const QCommandLineParser &parser, const BenchRun &run);
 
 private:
-    QByteArray measure(const BenchRow &row, const BenchRun &run) const;
+    QByteArray measure(const BenchRow &known, const BenchRun &run) const;
 
     QString m_program;
     QTemporaryDir m_files;

@@ -4,6 +4,7 @@
 
 #include <QImageReader>
 #include <QPainter>
+#include <QPolygon>
 
 #include <algorithm>
 
@@ -32,6 +33,14 @@ QImage prepared(const QImage &picture, double factor)
     return result.convertToFormat(QImage::Format_Grayscale8);
 }
 
+QRect placeOf(const ZXing::Result &result)
+{
+    QPolygon corners;
+    for (const ZXing::PointI &corner : result.position())
+        corners.append(QPoint(corner.x, corner.y));
+    return corners.boundingRect();
+}
+
 QVector<CodeReader::Code> find(const QImage &gray)
 {
     QVector<CodeReader::Code> codes;
@@ -45,8 +54,16 @@ QVector<CodeReader::Code> find(const QImage &gray)
     ZXing::Results results =
         ZXing::ReadBarcodes(view, ZXing::DecodeHints(hints).setFormats(BarcodeFormat::MatrixCodes));
     // One linear code at most: the library aborts when it meets the same one twice in a picture.
-    results.push_back(
-        ZXing::ReadBarcode(view, ZXing::DecodeHints(hints).setFormats(BarcodeFormat::LinearCodes)));
+    const ZXing::Result linear =
+        ZXing::ReadBarcode(view, ZXing::DecodeHints(hints).setFormats(BarcodeFormat::LinearCodes));
+    // A row of a large QR code now and then looks like a short number in bars.
+    const QPoint middle = placeOf(linear).center();
+    const bool isRowOfAnother =
+        std::any_of(results.cbegin(), results.cend(), [&middle](const ZXing::Result &matrix) {
+            return placeOf(matrix).contains(middle);
+        });
+    if (!isRowOfAnother)
+        results.push_back(linear);
     for (const ZXing::Result &result : results) {
         if (!result.isValid() || result.bytes().empty())
             continue;

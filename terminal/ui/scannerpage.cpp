@@ -27,7 +27,8 @@
 namespace {
 
 constexpr Qt::Key triggerKey = Qt::Key_F9;
-constexpr int burstPause = 400; // milliseconds
+constexpr int burstPause = 400;        // milliseconds
+constexpr int shownOfAnotherCode = 16; // letters
 
 /// Bytes in UTF-8: the biggest code holds so many digits, or 2953 bytes, which are Russian letters
 /// of two bytes each in UTF-8 at most.
@@ -109,6 +110,9 @@ ScannerPage::ScannerPage(QWidget *parent)
     m_text->setMaximumHeight(7 * fontMetrics().height());
     m_status->setTextFormat(Qt::PlainText);
     m_status->setWordWrap(true);
+    // What the other codes are called must not make the window wider.
+    m_which->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_which->setMinimumContentsLength(shownOfAnotherCode);
     m_which->hide();
     m_progress->setTextVisible(false);
     m_progress->hide();

@@ -205,6 +205,29 @@ private slots:
         QCOMPARE(codes.at(1).format, QStringLiteral("EAN-13"));
     }
 
+    /// Some rows of these large codes look like a number in bars: Codabar, UPC-A, EAN-13.
+    void rowOfACodeIsNoCode_data()
+    {
+        QTest::addColumn<int>("number");
+        for (const int number : {430, 949, 2086})
+            QTest::addRow("%d", number) << number;
+    }
+
+    void rowOfACodeIsNoCode()
+    {
+        QFETCH(int, number);
+        const QByteArray purpose = QByteArray::number(qulonglong(number) * 2654435761u)
+                                       .toBase64()
+                                       .repeated(1 + number % 60);
+        const QByteArray text = QStringLiteral("ST00012|Name=ООО Вода|PersAcc=%1|Purpose=")
+                                    .arg(7001000101 + number)
+                                    .toUtf8()
+            + purpose;
+        const QVector<CodeReader::Code> codes = CodeReader::read(QrPicture::draw(text, 3));
+        QCOMPARE(codes.size(), 1);
+        QCOMPARE(codes.constFirst().bytes, text);
+    }
+
     void nothingInAPictureWithoutACode()
     {
         QVERIFY(CodeReader::read(QImage()).isEmpty());

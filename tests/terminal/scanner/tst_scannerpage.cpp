@@ -259,9 +259,12 @@ private slots:
         painter.end();
         const QString file = m_folder->filePath(QStringLiteral("two.png"));
         QVERIFY(page.save(file));
+        m_page->resize(700, 600);
         m_page->readFile(file);
         auto *which = child<QComboBox>("cbScannerCode");
         QVERIFY(which->isVisible());
+        m_page->grab();
+        QCOMPARE(m_page->width(), 700);
         QCOMPARE(which->count(), 2);
         QCOMPARE(m_page->text(), text);
         which->setCurrentIndex(1 - which->currentIndex());

@@ -64,7 +64,7 @@ void checkSum(const QString &value)
 
 FUZZ_TARGET(payment_qr)
 {
-    const QString text = QString::fromUtf8(input);
+    const QString text = QString::fromUtf8(input.constData(), input.size());
     checkPairs(text);
     checkPeriod(text);
     checkSum(text);

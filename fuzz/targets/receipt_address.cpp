@@ -7,7 +7,7 @@
 
 FUZZ_TARGET(receipt_address)
 {
-    const QString text = QString::fromUtf8(input);
+    const QString text = QString::fromUtf8(input.constData(), input.size());
     const QString address = SrReceiptAddress::normalized(text);
     if (text.contains(QLatin1Char('@'))) {
         FUZZ_REQUIRE(address == text,

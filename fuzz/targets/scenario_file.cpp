@@ -61,8 +61,8 @@ FUZZ_TARGET(scenario_file)
 {
     ScenarioParser parser;
     const bool understood = parser.parse(input);
-    // Like the parser: a mark of the byte order is not part of the text.
-    QString text = QString::fromUtf8(input);
+    // Like the parser: a mark of the byte order is not part of the text, a null character is.
+    QString text = QString::fromUtf8(input.constData(), input.size());
     if (text.startsWith(QChar::ByteOrderMark))
         text.remove(0, 1);
     const QStringList lines = text.split(QLatin1Char('\n'));

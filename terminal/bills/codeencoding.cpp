@@ -173,11 +173,11 @@ std::optional<QString> CodeEncodings::repaired(const QString &text)
         const Utf8Census census = countUtf8(bytes);
         if (back != text || census.sequences == 0 || census.strayBytes > 0)
             return std::nullopt;
-        return QString::fromUtf8(bytes);
+        return QString::fromUtf8(bytes.constData(), bytes.size());
     };
     const QByteArray windows = encode(text, CodeEncoding::Windows1251);
     if (const auto repair = fromBytes(windows, decode(windows, CodeEncoding::Windows1251)))
         return repair;
     const QByteArray latin = text.toLatin1();
-    return fromBytes(latin, QString::fromLatin1(latin));
+    return fromBytes(latin, QString::fromLatin1(latin.constData(), latin.size()));
 }

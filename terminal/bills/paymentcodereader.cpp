@@ -95,7 +95,7 @@ class Reading
 public:
     explicit Reading(const QByteArray &bytes)
     {
-        const Header header = findHeader(QString::fromLatin1(bytes));
+        const Header header = findHeader(QString::fromLatin1(bytes.constData(), bytes.size()));
         m_code.declared = header.encoding;
         m_code.encoding = CodeEncodings::detect(bytes, header.encoding);
         m_code.text = CodeEncodings::decode(bytes, m_code.encoding);

@@ -46,7 +46,9 @@ void MessageBus::handOut(const QVariantMap &headers, const QByteArray &body, boo
         emit traffic({BusMessage::Direction::Incoming, QDateTime::currentDateTime(), type, headers,
                       body, replayed});
     if (type != PAYMENT_STATUS) {
-        emit incomingMessage(headers, QString::fromUtf8(body));
+        // With its length: what stands behind a null character belongs to the message, and damages
+        // it.
+        emit incomingMessage(headers, QString::fromUtf8(body.constData(), body.size()));
         return;
     }
     QString error;

@@ -48,6 +48,12 @@ QString maskedText(QString text)
     return text.replace(pair, QStringLiteral("\\1\"***\""));
 }
 
+/// Without its length Qt would end a text at a null character, and hide the rest.
+QString textOf(const QByteArray &utf8)
+{
+    return QString::fromUtf8(utf8.constData(), utf8.size());
+}
+
 std::optional<QJsonDocument> json(const QByteArray &text)
 {
     QJsonParseError error;
@@ -184,7 +190,7 @@ QString indented(const QByteArray &text)
             ++depth;
         quoted = c == '"';
     }
-    return QString::fromUtf8(result);
+    return textOf(result);
 }
 
 QString formatted(const QByteArray &body, const QJsonDocument &document)
@@ -228,7 +234,7 @@ QString heading(const BusJournalEntry &entry)
 QString bodyText(const QByteArray &body)
 {
     const auto document = json(body);
-    return document ? formatted(body, *document) : maskedText(QString::fromUtf8(body));
+    return document ? formatted(body, *document) : maskedText(textOf(body));
 }
 
 /// Long lines end in a note, and so does a text with too many of them.
@@ -289,7 +295,7 @@ QByteArray MessageText::jsonLine(const BusJournalEntry &entry)
     const QByteArray text = message.body.bytes();
     const auto document = json(text);
     if (!document)
-        line.insert(QStringLiteral("text"), maskedText(QString::fromUtf8(text)));
+        line.insert(QStringLiteral("text"), maskedText(textOf(text)));
     if (entry.partner > 0)
         line.insert(sent ? QStringLiteral("answer") : QStringLiteral("request"), entry.partner);
     if (entry.relation == Relation::Repeated)

@@ -128,6 +128,10 @@ private slots:
         QTest::newRow("taken for windows-1251")
             << CodeEncodings::decode(russian.toUtf8(), CodeEncoding::Windows1251) << russian;
         QTest::newRow("taken for Latin-1") << QString::fromLatin1(russian.toUtf8()) << russian;
+        const QString withNull = russian + QChar(QChar::Null) + russian;
+        const QByteArray nullBytes = withNull.toUtf8();
+        QTest::newRow("with a null character")
+            << QString::fromLatin1(nullBytes.constData(), nullBytes.size()) << withNull;
         QTest::newRow("in order") << russian << QString();
         QTest::newRow("ASCII") << QStringLiteral("PersAcc=1") << QString();
         QTest::newRow("empty") << QString() << QString();

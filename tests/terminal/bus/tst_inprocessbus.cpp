@@ -33,8 +33,8 @@ signals:
 public slots:
     void take(QVariantMap headers, QString message)
     {
-        messages.append(headers.value(QStringLiteral("msgType")).toString() + QLatin1Char(' ') +
-                        message);
+        messages.append(headers.value(QStringLiteral("msgType")).toString() + QLatin1Char(' ')
+                        + message);
     }
 };
 
@@ -48,6 +48,7 @@ private slots:
     void init();
     void cleanup();
     void answersFromTheEventLoop();
+    void handsOutAllOfAMessage();
     void connectsBySignature();
     void refusesAnUnservedDestination();
     void refusesWhatJsonCannotCarry();
@@ -95,6 +96,18 @@ void tst_InProcessBus::answersFromTheEventLoop()
     QCOMPARE(m_accepted->at(0).at(0).toString(), QStringLiteral("/echo"));
     QCOMPARE(m_accepted->at(0).at(1).toMap(), text(QStringLiteral("да")));
     QCOMPARE(m_refused->size(), 0);
+}
+
+void tst_InProcessBus::handsOutAllOfAMessage()
+{
+    m_bus->serve(QStringLiteral("/null"), [](const QVariantMap &) {
+        InProcessBus::Outcome outcome;
+        outcome.answer = InProcessBus::Answer{{}, QByteArrayLiteral("{}\0rest"), 0};
+        return outcome;
+    });
+    m_bus->sendMessage(QStringLiteral("/null"), text(QString()));
+    QTRY_COMPARE(m_in->size(), 1);
+    QCOMPARE(m_in->at(0).at(1).toString(), QStringLiteral("{}\0rest"));
 }
 
 void tst_InProcessBus::connectsBySignature()

@@ -74,6 +74,8 @@ void tst_MessageText::whatIsNoJsonIsShownAsItCame()
 {
     const QString text = MessageText::shown(arrived(R"({"uid":"7","desc)"));
     QVERIFY(text.endsWith(QStringLiteral("{\"uid\":\"7\",\"desc\n")));
+    const QString behindANull = MessageText::shown(arrived(QByteArrayLiteral("{}\0rest")));
+    QVERIFY2(behindANull.endsWith(QStringLiteral("rest\n")), qPrintable(behindANull));
 }
 
 void tst_MessageText::longLinesAreCutOnTheScreenOnly()
@@ -134,8 +136,7 @@ void tst_MessageText::credentialsAreNeverShown_data()
         << "{\"token\":\"" + QByteArray(R"(\u0041)").repeated(50000) + "qwerty-1";
     QTest::newRow("long in a cut inner text")
         << R"({"description":"{\"token\":\")" + letters + "qwerty-1";
-    QTest::newRow("behind a long one")
-        << "{\"token\":\"" + letters + R"(","pin":"qwerty-1","desc)";
+    QTest::newRow("behind a long one") << "{\"token\":\"" + letters + R"(","pin":"qwerty-1","desc)";
 }
 
 void tst_MessageText::credentialsAreNeverShown()
@@ -200,11 +201,12 @@ void tst_MessageText::jsonLineOfASentMessage()
 
 void tst_MessageText::jsonLineOfBrokenText()
 {
-    const QByteArray line = MessageText::jsonLine(arrived("{\"uid\":\"7\n\xff"));
+    const QByteArray line =
+        MessageText::jsonLine(arrived(QByteArrayLiteral("{\"uid\":\"7\n\0\xff")));
     QVERIFY(!line.contains('\n'));
     const QJsonObject object = QJsonDocument::fromJson(line).object();
     QCOMPARE(object.value(QStringLiteral("text")).toString(),
-             QStringLiteral("{\"uid\":\"7\n") + QChar(0xfffd));
+             QStringLiteral("{\"uid\":\"7\n\0") + QChar(0xfffd));
     QVERIFY(!object.contains(QStringLiteral("body")));
 }
 

@@ -2,6 +2,8 @@
 
 #include <QList>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int longestInput = 1 << 16;
@@ -85,8 +87,9 @@ void Mutator::mutate(QByteArray &input)
     }
 }
 
-QVector<QByteArray> Mutator::tokens(const QByteArray &dictionary)
+std::optional<QVector<QByteArray>> Mutator::tokens(const QByteArray &dictionary)
 {
+    constexpr auto isPlain = [](char c) { return c >= ' ' && c <= '~'; };
     QVector<QByteArray> found;
     const QList<QByteArray> lines = dictionary.split('\n');
     for (const QByteArray &line : lines) {
@@ -94,6 +97,8 @@ QVector<QByteArray> Mutator::tokens(const QByteArray &dictionary)
         const int last = line.lastIndexOf('"');
         if (line.startsWith('#') || first < 0 || last <= first)
             continue;
+        if (!std::all_of(line.cbegin(), line.cend(), isPlain))
+            return std::nullopt;
         QByteArray token;
         for (int i = first + 1; i < last; ++i) {
             if (line.at(i) != '\\') {

@@ -11,6 +11,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -68,7 +69,7 @@ QStringList seedFiles(const QString &target)
     return files;
 }
 
-QVector<QByteArray> dictionary(const QString &target)
+std::optional<QVector<QByteArray>> dictionary(const QString &target)
 {
     const QString path = QStringLiteral(SELMAR_FUZZ_DIR "/dictionaries/%1.dict").arg(target);
     return QFile::exists(path) ? Mutator::tokens(contentOf(path)) : QVector<QByteArray>();
@@ -132,7 +133,14 @@ int main(int argc, char *argv[])
     for (const QByteArray &seed : seeds)
         run(target, seed);
     const int count = parser.value(mutations).toInt();
-    Mutator mutator(parser.value(number).toUInt(), seeds, dictionary(name));
+    const auto tokens = dictionary(name);
+    if (!tokens) {
+        std::fprintf(stderr,
+                     "dictionaries/%s.dict: the engine takes bytes beyond ASCII as \\xD0 only.\n",
+                     qUtf8Printable(name));
+        return 1;
+    }
+    Mutator mutator(parser.value(number).toUInt(), seeds, *tokens);
     for (int i = 0; i < count; ++i)
         run(target, mutator.next());
     std::printf("%s: %d seeds, %d inputs near them (number %s), %lld ms\n", target.name,

@@ -46,9 +46,7 @@ void MessageBus::handOut(const QVariantMap &headers, const QByteArray &body, boo
         emit traffic({BusMessage::Direction::Incoming, QDateTime::currentDateTime(), type, headers,
                       body, replayed});
     if (type != PAYMENT_STATUS) {
-        // With its length: what stands behind a null character belongs to the message, and damages
-        // it.
-        emit incomingMessage(headers, QString::fromUtf8(body.constData(), body.size()));
+        emit incomingMessage(headers, WireText::toText(body));
         return;
     }
     QString error;

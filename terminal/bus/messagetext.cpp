@@ -1,5 +1,7 @@
 #include <bus/messagetext.h>
 
+#include <bus/wiretext.h>
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -46,12 +48,6 @@ QString maskedText(QString text)
             .arg(credentialNames()),
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
     return text.replace(pair, QStringLiteral("\\1\"***\""));
-}
-
-/// Without its length Qt would end a text at a null character, and hide the rest.
-QString textOf(const QByteArray &utf8)
-{
-    return QString::fromUtf8(utf8.constData(), utf8.size());
 }
 
 std::optional<QJsonDocument> json(const QByteArray &text)
@@ -190,7 +186,7 @@ QString indented(const QByteArray &text)
             ++depth;
         quoted = c == '"';
     }
-    return textOf(result);
+    return WireText::toText(result);
 }
 
 QString formatted(const QByteArray &body, const QJsonDocument &document)
@@ -234,7 +230,7 @@ QString heading(const BusJournalEntry &entry)
 QString bodyText(const QByteArray &body)
 {
     const auto document = json(body);
-    return document ? formatted(body, *document) : maskedText(textOf(body));
+    return document ? formatted(body, *document) : maskedText(WireText::toText(body));
 }
 
 /// Long lines end in a note, and so does a text with too many of them.
@@ -295,7 +291,7 @@ QByteArray MessageText::jsonLine(const BusJournalEntry &entry)
     const QByteArray text = message.body.bytes();
     const auto document = json(text);
     if (!document)
-        line.insert(QStringLiteral("text"), maskedText(textOf(text)));
+        line.insert(QStringLiteral("text"), maskedText(WireText::toText(text)));
     if (entry.partner > 0)
         line.insert(sent ? QStringLiteral("answer") : QStringLiteral("request"), entry.partner);
     if (entry.relation == Relation::Repeated)

@@ -104,13 +104,13 @@ QJsonValue Encoder::value(const QVariant &data, const QString &key)
     case QMetaType::ULong:
     case QMetaType::ULongLong:
         return data.toULongLong() > quint64(EXACT_IN_DOUBLE)
-                   ? QJsonValue(QString::number(data.toULongLong()))
-                   : QJsonValue(data.toLongLong());
+            ? QJsonValue(QString::number(data.toULongLong()))
+            : QJsonValue(data.toLongLong());
     case QMetaType::Float:
     case QMetaType::Double:
         return std::isfinite(data.toDouble())
-                   ? QJsonValue(data.toDouble())
-                   : fail(key, QStringLiteral("не является конечным числом"));
+            ? QJsonValue(data.toDouble())
+            : fail(key, QStringLiteral("не является конечным числом"));
     case QMetaType::QString:
         return text(data.toString(), key);
     case QMetaType::QByteArray:
@@ -134,12 +134,18 @@ QJsonValue Encoder::value(const QVariant &data, const QString &key)
     case QMetaType::QVariantList:
         return list(data.toList(), key);
     default:
-        return fail(key, QStringLiteral("имеет тип %1, который нельзя передать")
-                             .arg(QLatin1String(data.typeName())));
+        return fail(key,
+                    QStringLiteral("имеет тип %1, который нельзя передать")
+                        .arg(QLatin1String(data.typeName())));
     }
 }
 
 } // namespace
+
+QString WireText::toText(const QByteArray &body)
+{
+    return QString::fromUtf8(body.constData(), body.size());
+}
 
 bool WireText::isExact(qint64 number)
 {

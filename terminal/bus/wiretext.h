@@ -24,6 +24,10 @@ TERMINAL_EXPORT std::optional<QByteArray> encode(const QVariant &data, QString *
 /// On failure the result is empty and `error` holds a Russian text.
 TERMINAL_EXPORT std::optional<QVariantMap> decode(const QByteArray &body, QString *error);
 
+/// All of `body` as text, readable or not: Qt ends a text at a null character unless it is told the
+/// length, and what stands before it may be a message by itself.
+QString toText(const QByteArray &body);
+
 /// Whether an integer crosses as a number; another one crosses as its decimal text.
 bool isExact(qint64 number);
 

@@ -37,7 +37,7 @@ std::optional<QString> passwordFromFile(const QString &name, QString *error)
                      .arg(QDir::toNativeSeparators(name));
         return std::nullopt;
     }
-    return QString::fromUtf8(line.constData(), line.size());
+    return QString::fromUtf8(line);
 }
 
 std::optional<QString> findPassword(const QUrl &url, const QUrlQuery &options, QString *error)

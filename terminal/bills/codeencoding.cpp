@@ -173,7 +173,7 @@ std::optional<QString> CodeEncodings::repaired(const QString &text)
         const Utf8Census census = countUtf8(bytes);
         if (back != text || census.sequences == 0 || census.strayBytes > 0)
             return std::nullopt;
-        return QString::fromUtf8(bytes.constData(), bytes.size());
+        return decode(bytes, CodeEncoding::Utf8);
     };
     const QByteArray windows = encode(text, CodeEncoding::Windows1251);
     if (const auto repair = fromBytes(windows, decode(windows, CodeEncoding::Windows1251)))

@@ -33,12 +33,12 @@ QImage prepared(const QImage &picture, double factor)
     return result.convertToFormat(QImage::Format_Grayscale8);
 }
 
-QRect placeOf(const ZXing::Result &result)
+QPolygon placeOf(const ZXing::Result &result)
 {
     QPolygon corners;
     for (const ZXing::PointI &corner : result.position())
         corners.append(QPoint(corner.x, corner.y));
-    return corners.boundingRect();
+    return corners;
 }
 
 QVector<CodeReader::Code> find(const QImage &gray)
@@ -57,10 +57,10 @@ QVector<CodeReader::Code> find(const QImage &gray)
     const ZXing::Result linear =
         ZXing::ReadBarcode(view, ZXing::DecodeHints(hints).setFormats(BarcodeFormat::LinearCodes));
     // A row of a large QR code now and then looks like a short number in bars.
-    const QPoint middle = placeOf(linear).center();
+    const QPoint middle = placeOf(linear).boundingRect().center();
     const bool isRowOfAnother =
         std::any_of(results.cbegin(), results.cend(), [&middle](const ZXing::Result &matrix) {
-            return placeOf(matrix).contains(middle);
+            return placeOf(matrix).containsPoint(middle, Qt::OddEvenFill);
         });
     if (!isRowOfAnother)
         results.push_back(linear);

@@ -12,10 +12,7 @@ function(selmar_test name)
     if(NOT test_TIMEOUT)
         set(test_TIMEOUT 120)
     endif()
-    if(SELMAR_SANITIZERS)
-        # Leak reports need a stack unwinder that takes several times as long.
-        math(EXPR test_TIMEOUT "${test_TIMEOUT} * 5")
-    endif()
+    math(EXPR test_TIMEOUT "${test_TIMEOUT} * ${SELMAR_TEST_SLOWNESS}")
     # QtTest ends a function with all its rows after five minutes of its own accord.
     math(EXPR function_timeout "${test_TIMEOUT} * 1000")
     add_test(NAME ${name} COMMAND ${name} ${test_ARGUMENTS})
@@ -27,8 +24,12 @@ function(selmar_test name)
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${home};XDG_RUNTIME_DIR=${home};LC_ALL=C.UTF-8;QTEST_FUNCTION_TIMEOUT=${function_timeout};${SELMAR_SANITIZER_ENVIRONMENT};${test_ENVIRONMENT}")
 endfunction()
 
+# What a test's seconds are multiplied with.
+set(SELMAR_TEST_SLOWNESS 1)
 set(SELMAR_SANITIZER_ENVIRONMENT "")
 if(SELMAR_SANITIZERS)
+    # Leak reports need a stack unwinder that takes several times as long.
+    set(SELMAR_TEST_SLOWNESS 5)
     # gcc's runtime does not see through Qt, which keeps no frame pointers, and would miss what is suppressed; clang's does,
     # and is several times as fast with its own unwinder.
     set(unwinder "")

@@ -6,8 +6,8 @@
 
 /// All rows of the table in its order.
 ///
-/// Rows keep what they prepare (generated answers, databases, loaded libraries) until the program
-/// ends, so that one row does not pay for another.
+/// A row keeps what it prepares (generated answers, databases, loaded libraries) until its process
+/// ends, so that no repetition pays for it.
 QVector<BenchRow> allBenchRows();
 
 // One function per file of rows.

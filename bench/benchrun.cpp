@@ -30,13 +30,11 @@ void registerSide(const BenchRow &row, int size, bool isFloor, const BenchRun &r
 
 } // namespace
 
-void BenchRun::run(const QVector<BenchRow> &rows, RatioTable &table) const
+void BenchRun::run(const BenchRow &row, RatioTable &table) const
 {
-    for (const BenchRow &row : rows) {
-        for (const int size : row.sizes) {
-            for (const bool isFloor : {true, false})
-                registerSide(row, size, isFloor, *this);
-        }
+    for (const int size : row.sizes) {
+        for (const bool isFloor : {true, false})
+            registerSide(row, size, isFloor, *this);
     }
     // Floor and subject take turns: a minute in which the machine is busy hits both.
     QByteArray name("bench");

@@ -3,7 +3,6 @@
 #include "benchrow.h"
 
 #include <QStringList>
-#include <QVector>
 
 class QCommandLineParser;
 class RatioTable;
@@ -16,9 +15,9 @@ struct BenchRun
     /// A single pass of everything, to see that it works.
     bool once = false;
 
-    /// Measures both sides of all `rows` by turns and adds what they took to `table`. The
-    /// application must exist; everything that the rows keep is gone afterwards.
-    void run(const QVector<BenchRow> &rows, RatioTable &table) const;
+    /// Measures both sides of `row` by turns and adds what they took to `table`. The application
+    /// must exist; everything that the row keeps is gone afterwards.
+    void run(const BenchRow &row, RatioTable &table) const;
 
     /// The two options above on a command line, there and back.
     static void addOptions(QCommandLineParser &parser);

@@ -67,7 +67,7 @@ int RowProcess::work(const QCommandLineParser &parser, const BenchRun &run)
         wanted.sizes.append(text.toInt());
     BenchFolder::use(parser.value(FILES));
     RatioTable table({wanted});
-    run.run({wanted}, table);
+    run.run(wanted, table);
     const QStringList missing = table.missing();
     for (const QString &line : missing)
         std::fprintf(stderr, "%s\n", qUtf8Printable(line));

@@ -143,7 +143,34 @@ QString jsonText(const QVariantMap &map)
     return QString::fromUtf8(QJsonDocument::fromVariant(map).toJson(QJsonDocument::Compact));
 }
 
+QString descriptionText(const QVariantList &fields)
+{
+    return jsonText({{QStringLiteral("isError"), false},
+                     {QStringLiteral("statusDescription"), QString()},
+                     {QStringLiteral("payParamList"), fields}});
+}
+
+QVariantList fieldsOf(const QString &descriptionText)
+{
+    return QJsonDocument::fromJson(descriptionText.toUtf8())
+        .toVariant()
+        .toMap()
+        .value(QStringLiteral("payParamList"))
+        .toList();
+}
+
 using Key = QPair<int, int>;
+
+QVariantList documentsOf(int documents, int serviceCount)
+{
+    QVariantList records;
+    records.reserve(documents);
+    for (int number = 0; number < documents; ++number)
+        records.append(document(number, number * serviceCount, serviceCount));
+    QVariantList result = header();
+    result.append(list("documents", "Документы", records));
+    return result;
+}
 
 QVariantList described(GeneratedAnswers::Form form, int lines)
 {
@@ -154,8 +181,7 @@ QVariantList described(GeneratedAnswers::Form form, int lines)
         result.append(list("counters", "Счётчики", meters(lines / servicesPerMeter)));
         break;
     case GeneratedAnswers::Form::Contract:
-        result =
-            GeneratedAnswers::contract(qMax(1, lines / servicesOfADocument), servicesOfADocument);
+        result = documentsOf(qMax(1, lines / servicesOfADocument), servicesOfADocument);
         break;
     case GeneratedAnswers::Form::OneDocument:
         result.append(list("services", "Услуги", services(0, lines)));
@@ -173,13 +199,7 @@ QString GeneratedAnswers::uid()
 
 QVariantList GeneratedAnswers::contract(int documents, int serviceCount)
 {
-    QVariantList records;
-    records.reserve(documents);
-    for (int number = 0; number < documents; ++number)
-        records.append(document(number, number * serviceCount, serviceCount));
-    QVariantList result = header();
-    result.append(list("documents", "Документы", records));
-    return result;
+    return fieldsOf(descriptionText(documentsOf(documents, serviceCount)));
 }
 
 const QString &GeneratedAnswers::innerText(Form form, int lines)
@@ -187,19 +207,13 @@ const QString &GeneratedAnswers::innerText(Form form, int lines)
     static QMap<Key, QString> made;
     QString &text = made[{static_cast<int>(form), lines}];
     if (text.isEmpty())
-        text = jsonText({{QStringLiteral("isError"), false},
-                         {QStringLiteral("statusDescription"), QString()},
-                         {QStringLiteral("payParamList"), described(form, lines)}});
+        text = descriptionText(described(form, lines));
     return text;
 }
 
 QVariantList GeneratedAnswers::description(Form form, int lines)
 {
-    return QJsonDocument::fromJson(innerText(form, lines).toUtf8())
-        .toVariant()
-        .toMap()
-        .value(QStringLiteral("payParamList"))
-        .toList();
+    return fieldsOf(innerText(form, lines));
 }
 
 const QString &GeneratedAnswers::message(Form form, int lines)

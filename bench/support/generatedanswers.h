@@ -27,7 +27,7 @@ const QString &message(Form form, int lines);
 /// The text inside its "description".
 const QString &innerText(Form form, int lines);
 
-/// A contract with this many documents of `serviceCount` services each.
+/// The descriptors of a contract with this many documents of `serviceCount` services each.
 QVariantList contract(int documents, int serviceCount);
 
 } // namespace GeneratedAnswers

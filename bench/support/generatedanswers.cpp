@@ -199,7 +199,11 @@ QString GeneratedAnswers::uid()
 
 QVariantList GeneratedAnswers::contract(int documents, int serviceCount)
 {
-    return fieldsOf(descriptionText(documentsOf(documents, serviceCount)));
+    static QMap<Key, QVariantList> made;
+    QVariantList &fields = made[{documents, serviceCount}];
+    if (fields.isEmpty())
+        fields = fieldsOf(descriptionText(documentsOf(documents, serviceCount)));
+    return fields;
 }
 
 const QString &GeneratedAnswers::innerText(Form form, int lines)
